@@ -1,0 +1,143 @@
+// Reading rows through Recordset against the bare Qt SQL loop on the same engine and table.
+// The figure to read is the ratio of the two times. PostgreSQL runs when ORVO_TEST_PG names a
+// server. Rows: 20,000 carriers.
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+#include "platform/db/recordset.h"
+#include "platform/schema/schema.h"
+
+namespace {
+
+using namespace orvo;
+
+constexpr int kRows = 20000;
+
+struct Fixture {
+    QTemporaryDir dir;
+    std::shared_ptr<db::Connection> connection;
+    QString pgSchema;
+};
+
+std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
+    auto f = std::make_unique<Fixture>();
+    db::ConnectionOptions options;
+    options.engine = engine;
+    if (engine == db::Engine::Sqlite) {
+        options.sqliteFile = f->dir.filePath("bench.db");
+    } else {
+        options.pgConnInfo = qEnvironmentVariable("ORVO_TEST_PG");
+        f->pgSchema = QStringLiteral("bench_%1").arg(QCoreApplication::applicationPid());
+        auto admin = db::Connection::Open(options);
+        admin->Execute(QStringLiteral("DROP SCHEMA IF EXISTS %1 CASCADE").arg(f->pgSchema));
+        admin->Execute(QStringLiteral("CREATE SCHEMA %1").arg(f->pgSchema));
+        options.pgSchema = f->pgSchema;
+    }
+    f->connection = db::Connection::Open(options);
+    schema::Catalog catalog;
+    catalog.Add({"InsCoTable",
+                 {{"InsCoInd", schema::ColumnType::Long, 0, true, true, {}},
+                  {"InsCoNam", schema::ColumnType::Text, 50},
+                  {"InsCoCit", schema::ColumnType::Text, 30},
+                  {"InsCoZip", schema::ColumnType::Text, 10}},
+                 {}});
+    schema::Apply(*f->connection, catalog);
+    db::Transaction t(*f->connection);
+    for (int i = 0; i < kRows; ++i) {
+        f->connection->Execute(
+            QStringLiteral("INSERT INTO InsCoTable (InsCoNam, InsCoCit, InsCoZip) "
+                           "VALUES ('Carrier %1', 'City %2', '%3')")
+                .arg(i)
+                .arg(i % 97)
+                .arg(10000 + i));
+    }
+    t.Commit();
+    return f;
+}
+
+Fixture& FixtureFor(db::Engine engine) {
+    static std::unique_ptr<Fixture> fixtures[2];
+    auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
+    if (!f)
+        f = MakeFixture(engine);
+    return *f;
+}
+
+const QString kSelect =
+    QStringLiteral("SELECT InsCoInd, InsCoNam, InsCoCit, InsCoZip FROM InsCoTable");
+
+bool Skip(benchmark::State& state, db::Engine engine) {
+    if (engine == db::Engine::Postgres && qEnvironmentVariableIsEmpty("ORVO_TEST_PG")) {
+        state.SkipWithError("ORVO_TEST_PG is not set");
+        return true;
+    }
+    return false;
+}
+
+void BareQtLoop(benchmark::State& state, db::Engine engine) {
+    if (Skip(state, engine))
+        return;
+    auto& connection = *FixtureFor(engine).connection;
+    const QString sql = connection.Translate(kSelect);
+    for (auto _ : state) {
+        QSqlQuery q(connection.database());
+        q.setForwardOnly(true);
+        q.exec(sql);
+        qint64 sum = 0;
+        while (q.next()) {
+            sum += q.value(0).toLongLong() + q.value(1).toString().size() +
+                   q.value(2).toString().size() + q.value(3).toString().size();
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(state.iterations() * kRows);
+}
+
+void RecordsetByIndex(benchmark::State& state, db::Engine engine) {
+    if (Skip(state, engine))
+        return;
+    auto& connection = *FixtureFor(engine).connection;
+    for (auto _ : state) {
+        qint64 sum = 0;
+        for (db::Recordset rs(connection, kSelect); !rs.Eof(); rs.MoveNext()) {
+            sum += rs.Long(0) + rs.Text(1).size() + rs.Text(2).size() + rs.Text(3).size();
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(state.iterations() * kRows);
+}
+
+void RecordsetByName(benchmark::State& state, db::Engine engine) {
+    if (Skip(state, engine))
+        return;
+    auto& connection = *FixtureFor(engine).connection;
+    for (auto _ : state) {
+        qint64 sum = 0;
+        for (db::Recordset rs(connection, kSelect); !rs.Eof(); rs.MoveNext()) {
+            sum += rs.Long("InsCoInd") + rs.Text("InsCoNam").size() + rs.Text("InsCoCit").size() +
+                   rs.Text("InsCoZip").size();
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    state.SetItemsProcessed(state.iterations() * kRows);
+}
+
+BENCHMARK_CAPTURE(BareQtLoop, Sqlite, db::Engine::Sqlite)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(RecordsetByIndex, Sqlite, db::Engine::Sqlite)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(RecordsetByName, Sqlite, db::Engine::Sqlite)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BareQtLoop, Postgres, db::Engine::Postgres)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(RecordsetByIndex, Postgres, db::Engine::Postgres)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(RecordsetByName, Postgres, db::Engine::Postgres)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

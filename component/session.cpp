@@ -1,0 +1,42 @@
+#include "component/session.h"
+
+#include "component/public/gic.h"
+
+namespace orvo::component {
+
+Session& session() {
+    static Session state;
+    return state;
+}
+
+QString CapitalizeWords(const QString& text) {
+    // Blanks only: a tab or line break at either end is part of the text.
+    qsizetype first = 0;
+    qsizetype last = text.size();
+    while (first < last && text[first] == u' ')
+        ++first;
+    while (last > first && text[last - 1] == u' ')
+        --last;
+    QString result = text.mid(first, last - first);
+    for (qsizetype i = 0; i < result.size(); ++i) {
+        if (i == 0 || result[i - 1] == u' ')
+            result[i] = result[i].toUpper();
+    }
+    return result;
+}
+
+QWidget* GetMainWindow() {
+    Session& state = session();
+    if (!state.MainForm && state.gic)
+        state.MainForm = state.gic->GetMainForm();
+    return state.MainForm;
+}
+
+void BindMainWindow(QWidget* startForm) {
+    if (GetMainWindow() || !startForm)
+        return;
+    if (GIC* gic = session().gic)
+        gic->SetMainForm(startForm);
+}
+
+}  // namespace orvo::component

@@ -1,0 +1,113 @@
+#include "host/desk/main_window.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "component/public/editing_screen.h"
+#include "host/component_loader.h"
+#include "host/host_gic.h"
+#include "host/host_session.h"
+#include "platform/db/recordset.h"
+#include "platform/prompts.h"
+
+namespace orvo::host {
+namespace {
+
+struct Figure {
+    const char* label;
+    const char* statement;
+};
+
+const Figure kFigures[] = {
+    {"Insurance companies", "SELECT count(*) FROM InsCoTable"},
+    {"Pharmacies", "SELECT count(*) FROM PhaTable"},
+    {"Electronic payers", "SELECT count(*) FROM ePayerTable"},
+    {"Active employer-plan links", "SELECT count(*) FROM ELTable WHERE elFla=0"},
+    {"Active subscriber links", "SELECT count(*) FROM PatEmpTable WHERE PatEmpFla=0"},
+    {"Active coverages", "SELECT count(*) FROM CovTable WHERE CovFla=0"},
+    {"Logins", "SELECT count(*) FROM PWMTable"},
+};
+
+}  // namespace
+
+MainWindow::MainWindow(HostSession& session, HostGIC& gic, ComponentLoader& component)
+    : session_(session), gic_(gic), component_(component) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("ORVO Windows"));
+
+    auto* central = new QWidget;
+    auto* layout = new QVBoxLayout(central);
+    auto* heading = new QLabel(tr("Practice"));
+    heading->setStyleSheet(QStringLiteral("font-size: 15pt; font-weight: bold;"));
+    layout->addWidget(heading);
+    auto* where =
+        new QLabel(tr("Data folder: %1\nDatabase: %2")
+                       .arg(session_.dataPath,
+                            session_.connection->engine() == db::Engine::Sqlite
+                                ? tr("embedded (%1)").arg(session_.connection->options().sqliteFile)
+                                : tr("PostgreSQL server")));
+    where->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(where);
+    summary_ = new QTableWidget(0, 2);
+    summary_->setObjectName(QStringLiteral("grdSummary"));
+    summary_->setHorizontalHeaderLabels({tr("Records"), tr("Count")});
+    summary_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    summary_->verticalHeader()->hide();
+    summary_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    summary_->setSelectionMode(QAbstractItemView::NoSelection);
+    summary_->setFocusPolicy(Qt::NoFocus);
+    layout->addWidget(summary_);
+    setCentralWidget(central);
+
+    BuildMenus();
+    statusBar()->addPermanentWidget(new QLabel(tr("Login: %1").arg(session_.loginName)));
+    statusBar()->addPermanentWidget(new QLabel(tr("Station: %1").arg(session_.stationId)));
+    resize(720, 460);
+    gic_.SetMainForm(this);
+    Refresh();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::BuildMenus() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Refresh"), this, &MainWindow::Refresh, QKeySequence::Refresh);
+    file->addSeparator();
+    file->addAction(tr("E&xit"), this, &QWidget::close, QKeySequence::Quit);
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About"), this, [this] {
+        prompts().Message(tr("ORVO Windows editing component, reference host."), Buttons::Ok,
+                          Icon::Information, tr("About"));
+    });
+}
+
+void MainWindow::Refresh() {
+    summary_->setRowCount(0);
+    try {
+        for (const Figure& figure : kFigures) {
+            const int row = summary_->rowCount();
+            summary_->insertRow(row);
+            summary_->setItem(row, 0, new QTableWidgetItem(tr(figure.label)));
+            auto* count = new QTableWidgetItem(
+                db::ReadScalar(*session_.connection, QLatin1String(figure.statement)).toString());
+            count->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            summary_->setItem(row, 1, count);
+        }
+    } catch (const db::DatabaseError& error) {
+        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical, windowTitle());
+    }
+}
+
+std::unique_ptr<EditingScreen> MainWindow::NewEditingScreen() {
+    auto screen = component_.CreateEditingScreen();
+    screen->SetIGlobal_GIC(&gic_);
+    screen->SetStartForm(this);
+    return screen;
+}
+
+}  // namespace orvo::host

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QMainWindow>
+
+class QLabel;
+class QTableWidget;
+
+namespace orvo {
+class EditingScreen;
+}
+
+namespace orvo::host {
+
+class ComponentLoader;
+class HostGIC;
+struct HostSession;
+
+// The host's main window: what the practice holds at a glance, and the menu commands that open
+// the component's screens.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(HostSession& session, HostGIC& gic, ComponentLoader& component);
+    ~MainWindow() override;
+
+    // Re-reads the figures shown.
+    void Refresh();
+
+private:
+    void BuildMenus();
+    // Creates an editing screen instance bound to this host.
+    std::unique_ptr<EditingScreen> NewEditingScreen();
+
+    HostSession& session_;
+    HostGIC& gic_;
+    ComponentLoader& component_;
+    QTableWidget* summary_ = nullptr;
+};
+
+}  // namespace orvo::host

@@ -1,0 +1,89 @@
+// The host operations not built yet. Each throws NotImplemented with its name, so a screen that
+// reaches one fails plainly instead of working on a made-up answer. An operation moves to
+// host_gic.cpp when it is built for real.
+
+#include "host/host_gic.h"
+
+namespace orvo::host {
+
+#define ORVO_PENDING(Operation) throw NotImplemented(QStringLiteral(#Operation))
+
+// clang-format off
+void HostGIC::AddBoundRow(const QString&, const QStringList&, const QVariantList&) { ORVO_PENDING(AddBoundRow); }
+int HostGIC::AskSaveChanges(const QString&, const QString&, const QString&) { ORVO_PENDING(AskSaveChanges); }
+QString HostGIC::CalculateAge(const QString&) { ORVO_PENDING(CalculateAge); }
+void HostGIC::CoverageAdded(int) { ORVO_PENDING(CoverageAdded); }
+void HostGIC::CoverageChanged(int) { ORVO_PENDING(CoverageChanged); }
+void HostGIC::DeletePersonRow(int, const QString&) { ORVO_PENDING(DeletePersonRow); }
+void HostGIC::EnsureStoredProcedure(const QString&, const QString&, const QString&) { ORVO_PENDING(EnsureStoredProcedure); }
+void HostGIC::FillClaimFormList(QComboBox*) { ORVO_PENDING(FillClaimFormList); }
+bool HostGIC::FindInitials(const QString&, int&) { ORVO_PENDING(FindInitials); }
+void HostGIC::FlushConnection(db::Connection&, int) { ORVO_PENDING(FlushConnection); }
+QString HostGIC::FormatSqlDate(const QDate&) { ORVO_PENDING(FormatSqlDate); }
+QString HostGIC::FormatSsn(const QString&) { ORVO_PENDING(FormatSsn); }
+bool HostGIC::GetBudgetPlanOwner(int, Currency&) { ORVO_PENDING(GetBudgetPlanOwner); }
+void HostGIC::GetBudgetPlanTotals(int, Currency&, Currency&) { ORVO_PENDING(GetBudgetPlanTotals); }
+QString HostGIC::GetCarrierName(int) { ORVO_PENDING(GetCarrierName); }
+CoverageYearToDate HostGIC::GetCoverageYearToDate(int, bool) { ORVO_PENDING(GetCoverageYearToDate); }
+int HostGIC::GetDefaultProviderID() { ORVO_PENDING(GetDefaultProviderID); }
+QString HostGIC::GetEmployerName(int) { ORVO_PENDING(GetEmployerName); }
+int HostGIC::GetFamilyID(int) { ORVO_PENDING(GetFamilyID); }
+QList<int> HostGIC::GetFamilyLinks(int) { ORVO_PENDING(GetFamilyLinks); }
+short HostGIC::GetFamilyMemberCount(int) { ORVO_PENDING(GetFamilyMemberCount); }
+bool HostGIC::GetFamilyMembers(int, QList<int>&) { ORVO_PENDING(GetFamilyMembers); }
+QString HostGIC::GetGroupNumber(int) { ORVO_PENDING(GetGroupNumber); }
+int HostGIC::GetOfficeLocationCount() { ORVO_PENDING(GetOfficeLocationCount); }
+std::shared_ptr<PayerListWindow> HostGIC::GetPayerListWindow(const QString&) { ORVO_PENDING(GetPayerListWindow); }
+QString HostGIC::GetPersonField(int, int) { ORVO_PENDING(GetPersonField); }
+QString HostGIC::GetPersonName(int, const QString&, const QString&) { ORVO_PENDING(GetPersonName); }
+QString HostGIC::GetPlanTypeCode(int) { ORVO_PENDING(GetPlanTypeCode); }
+QString HostGIC::GetPlanTypeName(int) { ORVO_PENDING(GetPlanTypeName); }
+short HostGIC::GetProviderFeeSchedule(int) { ORVO_PENDING(GetProviderFeeSchedule); }
+int HostGIC::GetRecallContactMethod(int) { ORVO_PENDING(GetRecallContactMethod); }
+int HostGIC::GetRecallStage(int) { ORVO_PENDING(GetRecallStage); }
+int HostGIC::GetReminderLinkType(int, bool) { ORVO_PENDING(GetReminderLinkType); }
+db::Connection& HostGIC::GetSecondConnection() { ORVO_PENDING(GetSecondConnection); }
+db::Connection& HostGIC::GetTimeConnection() { ORVO_PENDING(GetTimeConnection); }
+bool HostGIC::GroupPlanExists(const QString&, const QString&, int) { ORVO_PENDING(GroupPlanExists); }
+bool HostGIC::HasFamilyBudgetPlan(int) { ORVO_PENDING(HasFamilyBudgetPlan); }
+bool HostGIC::IsFamilyHead(int) { ORVO_PENDING(IsFamilyHead); }
+bool HostGIC::IsRestrictedMode() { ORVO_PENDING(IsRestrictedMode); }
+bool HostGIC::IsScreenLocked() { ORVO_PENDING(IsScreenLocked); }
+bool HostGIC::IsSupervisor(const QString&, QVariant&) { ORVO_PENDING(IsSupervisor); }
+bool HostGIC::IsValidFeeSchedule(short) { ORVO_PENDING(IsValidFeeSchedule); }
+QString HostGIC::MakeDefaultInitials(int, const QString&, const QString&) { ORVO_PENDING(MakeDefaultInitials); }
+QString HostGIC::MapTaxonomyCode(const QString&) { ORVO_PENDING(MapTaxonomyCode); }
+QString HostGIC::NormalizeDate(const QString&, const QString&) { ORVO_PENDING(NormalizeDate); }
+void HostGIC::RefreshHost(const QString&) { ORVO_PENDING(RefreshHost); }
+void HostGIC::NotifyPersonChanged(int) { ORVO_PENDING(NotifyPersonChanged); }
+void HostGIC::NotifyPlanListChanged(int) { ORVO_PENDING(NotifyPlanListChanged); }
+bool HostGIC::PlanHasFixedFees(int) { ORVO_PENDING(PlanHasFixedFees); }
+bool HostGIC::PlanIsPercentile(int) { ORVO_PENDING(PlanIsPercentile); }
+bool HostGIC::PlanIsPPO(int) { ORVO_PENDING(PlanIsPPO); }
+void HostGIC::PlanPaymentTypeChanged(int, int) { ORVO_PENDING(PlanPaymentTypeChanged); }
+void HostGIC::PlanRenewalDateChanged(int, const QString&) { ORVO_PENDING(PlanRenewalDateChanged); }
+void HostGIC::ProviderFeeScheduleChanged(int, short) { ORVO_PENDING(ProviderFeeScheduleChanged); }
+void HostGIC::RecallTitleChanged(int, const QString&) { ORVO_PENDING(RecallTitleChanged); }
+void HostGIC::ReplaceInText(QString&, const QString&, const QString&) { ORVO_PENDING(ReplaceInText); }
+int HostGIC::RunProgramAndWait(const QString&, int) { ORVO_PENDING(RunProgramAndWait); }
+void HostGIC::SaveBoundFields(const FieldHolders&) { ORVO_PENDING(SaveBoundFields); }
+void HostGIC::SetActiveRecord(int, const QString&) { ORVO_PENDING(SetActiveRecord); }
+void HostGIC::SetBookAppointmentRequest(bool) { ORVO_PENDING(SetBookAppointmentRequest); }
+void HostGIC::SetBusyCursor(bool) { ORVO_PENDING(SetBusyCursor); }
+void HostGIC::SetCoverageInsCoPatID(int, const QString&) { ORVO_PENDING(SetCoverageInsCoPatID); }
+void HostGIC::SetCoverageYearToDate(int, bool, const CoverageYearToDate&) { ORVO_PENDING(SetCoverageYearToDate); }
+void HostGIC::SetOfficeSchedule(const QVariant&) { ORVO_PENDING(SetOfficeSchedule); }
+void HostGIC::SetPatientStatus(int, const QString&) { ORVO_PENDING(SetPatientStatus); }
+void HostGIC::SetPersonCoverageLink(int, int, bool, bool) { ORVO_PENDING(SetPersonCoverageLink); }
+void HostGIC::SetPersonPrimaryEmployer(int, int, int, bool) { ORVO_PENDING(SetPersonPrimaryEmployer); }
+void HostGIC::SetPlanClaimForm(int, bool, bool, const QVariant&) { ORVO_PENDING(SetPlanClaimForm); }
+void HostGIC::SetSessionLogin(const QString&) { ORVO_PENDING(SetSessionLogin); }
+void HostGIC::SetSessionRight(bool) { ORVO_PENDING(SetSessionRight); }
+void HostGIC::SubscriberLinksChanged(int) { ORVO_PENDING(SubscriberLinksChanged); }
+void HostGIC::UpdateFamilyMembers(int) { ORVO_PENDING(UpdateFamilyMembers); }
+bool HostGIC::UsesLetteredCodes() { ORVO_PENDING(UsesLetteredCodes); }
+// clang-format on
+
+#undef ORVO_PENDING
+
+}  // namespace orvo::host

@@ -1,0 +1,128 @@
+#include "host/host_tables.h"
+
+namespace orvo::host {
+namespace {
+
+using schema::Column;
+using schema::ColumnType;
+using schema::Table;
+
+Column Make(const QString& name, ColumnType type, int width = 0,
+            const QString& defaultValue = QString()) {
+    Column column;
+    column.name = name;
+    column.type = type;
+    column.width = width;
+    column.defaultValue = defaultValue;
+    return column;
+}
+
+Column Identity(const QString& name) {
+    Column column = Make(name, ColumnType::Long);
+    column.identity = true;
+    column.key = true;
+    return column;
+}
+
+Column Text(const QString& name, int width) {
+    return Make(name, ColumnType::Text, width);
+}
+Column Memo(const QString& name) {
+    return Make(name, ColumnType::Memo);
+}
+Column Date(const QString& name) {
+    return Make(name, ColumnType::Date);
+}
+Column DateTime(const QString& name) {
+    return Make(name, ColumnType::DateTime);
+}
+
+// Numbers that tie rows together read 0, not null, when an insert leaves them out.
+Column Long(const QString& name) {
+    return Make(name, ColumnType::Long, 0, QStringLiteral("0"));
+}
+
+// Flags start cleared, so a row added with only some of them set reads the others as 0.
+Column Flag(const QString& name) {
+    return Make(name, ColumnType::Boolean, 0, QStringLiteral("0"));
+}
+
+// One row per stored setting, by section, key and scope. The value is kept as text together
+// with the name of the type it was written with, so a read without a typed default still
+// answers the type that was stored.
+Table SettingsTable() {
+    return Table{kSettingsTable,
+                 {Identity(QStringLiteral("SetID")), Text(QStringLiteral("SetSec"), 60),
+                  Text(QStringLiteral("SetKey"), 120), Long(QStringLiteral("SetSco")),
+                  Memo(QStringLiteral("SetVal")), Text(QStringLiteral("SetValTyp"), 20)},
+                 {{QStringLiteral("SetSec"), QStringLiteral("SetKey")}}};
+}
+
+Table LoginTable() {
+    return Table{QStringLiteral("PWMTable"),
+                 {Identity(QStringLiteral("PWMID")), Text(QStringLiteral("PWMUseNam"), 30),
+                  Text(QStringLiteral("PWMPasWor"), 100), Long(QStringLiteral("PWMPid")),
+                  Long(QStringLiteral("OffLocID"))},
+                 {{QStringLiteral("PWMUseNam")}}};
+}
+
+Table RightsTable() {
+    return Table{QStringLiteral("PWATable"),
+                 {Identity(QStringLiteral("PWAID")), Long(QStringLiteral("PWAPWMID")),
+                  Text(QStringLiteral("PWAUseNam"), 30), Long(QStringLiteral("OffLocID")),
+                  Text(QStringLiteral("PWAAreOfPro"), 50), Flag(QStringLiteral("PWAWriFla")),
+                  Flag(QStringLiteral("PWAReaFla")), Flag(QStringLiteral("PWAFla1")),
+                  Flag(QStringLiteral("PWAFla2"))},
+                 {{QStringLiteral("PWAUseNam"), QStringLiteral("OffLocID")}}};
+}
+
+Table LoginLocationsTable() {
+    return Table{QStringLiteral("ealTable"),
+                 {Identity(QStringLiteral("ealID")), Long(QStringLiteral("ealPWMID")),
+                  Long(QStringLiteral("ealOffLocID")), Flag(QStringLiteral("ealAccLoc"))},
+                 {{QStringLiteral("ealPWMID")}}};
+}
+
+// The notes lines of a person or record. cmTyp sorts notes into kinds (32 the eReminder note,
+// 0 a plain log line) and cmtralinid ties a note to a transaction line (0 for none); the three
+// marker columns carry the note type ("CM"), the source that wrote it ("LogInsCo") and the
+// field it is about ("Comment").
+Table NotesTable() {
+    return Table{kNotesTable,
+                 {Identity(QStringLiteral("cmID")), Long(QStringLiteral("cmPID")),
+                  Long(QStringLiteral("cmTyp")), Long(QStringLiteral("cmtralinid")),
+                  Text(QStringLiteral("cmNotTyp"), 10), Text(QStringLiteral("cmSouKey"), 30),
+                  Text(QStringLiteral("cmFie"), 30), Text(QStringLiteral("cmUseNam"), 30),
+                  Date(QStringLiteral("cmDat")), Memo(QStringLiteral("cmDoc"))},
+                 {{QStringLiteral("cmPID")}}};
+}
+
+Table AuditTable() {
+    return Table{kAuditTable,
+                 {Identity(QStringLiteral("AudID")), Text(QStringLiteral("AudKey"), 30),
+                  Text(QStringLiteral("AudAct"), 30), Memo(QStringLiteral("AudTex")),
+                  Text(QStringLiteral("AudUseNam"), 30), Text(QStringLiteral("AudStaID"), 60),
+                  DateTime(QStringLiteral("AudDatTim"))},
+                 {{QStringLiteral("AudKey")}}};
+}
+
+Table PayerTable() {
+    return Table{QStringLiteral("ePayerTable"),
+                 {Identity(QStringLiteral("epID")), Text(QStringLiteral("epPayID"), 20),
+                  Text(QStringLiteral("epNam"), 100), Memo(QStringLiteral("epAddInf"))},
+                 {{QStringLiteral("epPayID")}}};
+}
+
+}  // namespace
+
+void DeclareHostTables(schema::Catalog& catalog) {
+    catalog.Add(SettingsTable());
+    catalog.Add(LoginTable());
+    catalog.Add(RightsTable());
+    catalog.Add(LoginLocationsTable());
+    catalog.Add(NotesTable());
+    catalog.Add(AuditTable());
+    catalog.Add(PayerTable());
+}
+
+}  // namespace orvo::host

@@ -1,0 +1,73 @@
+#include "insurance/insurance_tables.h"
+
+namespace orvo::insurance {
+namespace {
+
+using schema::Column;
+using schema::ColumnType;
+
+Column Key(const QString& name) {
+    return {name, ColumnType::Long, 0, true, true, {}};
+}
+Column Long(const QString& name) {
+    return {name, ColumnType::Long};
+}
+Column Flag(const QString& name) {
+    return {name, ColumnType::Short, 0, false, false, "0"};
+}
+Column Text(const QString& name, int width) {
+    return {name, ColumnType::Text, width};
+}
+Column Date(const QString& name) {
+    return {name, ColumnType::Date};
+}
+
+// The carrier and the pharmacy share one layout of name, address, phones and remarks.
+QList<Column> AddressBook(const QString& prefix) {
+    return {Text(prefix + "Nam", 50),  Text(prefix + "Add1", 50), Text(prefix + "Add2", 50),
+            Text(prefix + "Cit", 30),  Text(prefix + "Sta", 2),   Text(prefix + "Zip", 10),
+            Text(prefix + "Tel", 20),  Text(prefix + "Tel2", 20), Text(prefix + "Fax", 20),
+            Text(prefix + "Rem1", 60), Text(prefix + "Rem2", 60), Text(prefix + "Ema", 60)};
+}
+
+}  // namespace
+
+void DeclareInsuranceTables(schema::Catalog& catalog) {
+    schema::Table carriers{QStringLiteral("InsCoTable"), {Key(QStringLiteral("InsCoInd"))}, {}};
+    carriers.columns << AddressBook(QStringLiteral("InsCo"))
+                     << Text(QStringLiteral("InsCoPreFix"), 10)
+                     << Text(QStringLiteral("InsCoAccID"), 20)
+                     << Text(QStringLiteral("InsCoSWChr"), 10);
+    carriers.indexes << QStringList{QStringLiteral("InsCoNam")};
+    catalog.Add(carriers);
+
+    schema::Table pharmacies{QStringLiteral("PhaTable"), {Key(QStringLiteral("PhaID"))}, {}};
+    pharmacies.columns << AddressBook(QStringLiteral("Pha"));
+    pharmacies.indexes << QStringList{QStringLiteral("PhaNam")};
+    catalog.Add(pharmacies);
+
+    catalog.Add(
+        {QStringLiteral("ELTable"),
+         {Key(QStringLiteral("elID")), Long(QStringLiteral("elEmpID")),
+          Long(QStringLiteral("elInsID")), Long(QStringLiteral("elGroID")),
+          Date(QStringLiteral("elStaDat")), Date(QStringLiteral("elEndDat")),
+          Text(QStringLiteral("elEndWho"), 25), Flag(QStringLiteral("elFla"))},
+         {{QStringLiteral("elEmpID")}, {QStringLiteral("elInsID")}, {QStringLiteral("elGroID")}}});
+
+    catalog.Add({QStringLiteral("PatEmpTable"),
+                 {Key(QStringLiteral("PatEmpID")), Long(QStringLiteral("PatEmpPatID")),
+                  Long(QStringLiteral("PatEmpElID")), Long(QStringLiteral("PatEmpOrd")),
+                  Date(QStringLiteral("PatEmpStaDat")), Date(QStringLiteral("PatEmpEndDat")),
+                  Text(QStringLiteral("PatEmpEndWho"), 25), Flag(QStringLiteral("PatEmpFla"))},
+                 {{QStringLiteral("PatEmpPatID")}, {QStringLiteral("PatEmpElID")}}});
+
+    catalog.Add({QStringLiteral("CovTable"),
+                 {Key(QStringLiteral("CovID")), Long(QStringLiteral("CovPatID")),
+                  Long(QStringLiteral("CovRel")), Long(QStringLiteral("CovSubPatEmpID")),
+                  Long(QStringLiteral("CovOrd")), Date(QStringLiteral("CovStaDat")),
+                  Date(QStringLiteral("CovEndDat")), Text(QStringLiteral("CovEndWho"), 25),
+                  Flag(QStringLiteral("CovFla")), Text(QStringLiteral("CovInsCoPatID"), 30)},
+                 {{QStringLiteral("CovPatID")}, {QStringLiteral("CovSubPatEmpID")}}});
+}
+
+}  // namespace orvo::insurance

@@ -1,0 +1,186 @@
+#include "platform/db/connection.h"
+
+#include <QAtomicInteger>
+#include <QLoggingCategory>
+#include <QRegularExpression>
+#include <QSqlError>
+#include <QSqlQuery>
+
+#include "platform/db/recordset.h"
+#include "platform/db/translate_sql.h"
+
+Q_LOGGING_CATEGORY(lcDb, "orvo.db")
+
+namespace orvo::db {
+namespace {
+
+QAtomicInteger<quint64> connectionCounter;
+
+QString DriverMessage(const QSqlError& error) {
+    QString text = error.databaseText().trimmed();
+    if (text.isEmpty())
+        text = error.driverText().trimmed();
+    if (text.isEmpty())
+        text = error.text().trimmed();
+    return text;
+}
+
+// libpq's key=value conninfo, split into the parts QPSQL takes one by one; values may be
+// single-quoted. Keys QPSQL has no setter for go through as connect options.
+void ApplyConnInfo(QSqlDatabase& db, const QString& conninfo) {
+    static const QRegularExpression pair(QStringLiteral(R"((\w+)\s*=\s*('(?:[^'\\]|\\.)*'|\S+))"));
+    QStringList options;
+    for (auto it = pair.globalMatch(conninfo); it.hasNext();) {
+        const auto match = it.next();
+        const QString key = match.captured(1).toLower();
+        QString value = match.captured(2);
+        if (value.startsWith(QLatin1Char('\''))) {
+            value =
+                value.mid(1, value.size() - 2).replace(QStringLiteral("\\'"), QStringLiteral("'"));
+        }
+        if (key == QLatin1String("host")) {
+            db.setHostName(value);
+        } else if (key == QLatin1String("port")) {
+            db.setPort(value.toInt());
+        } else if (key == QLatin1String("dbname")) {
+            db.setDatabaseName(value);
+        } else if (key == QLatin1String("user")) {
+            db.setUserName(value);
+        } else if (key == QLatin1String("password")) {
+            db.setPassword(value);
+        } else {
+            options << key + QLatin1Char('=') + value;
+        }
+    }
+    db.setConnectOptions(options.join(QLatin1Char(';')));
+}
+
+bool IsIdentityQuery(const QString& statement) {
+    return statement.simplified().compare(QLatin1String("SELECT @@IDENTITY"),
+                                          Qt::CaseInsensitive) == 0;
+}
+
+}  // namespace
+
+std::shared_ptr<Connection> Connection::Open(const ConnectionOptions& options) {
+    std::shared_ptr<Connection> connection(new Connection(options));
+    connection->Configure();
+    return connection;
+}
+
+Connection::Connection(const ConnectionOptions& options)
+    : options_(options),
+      name_(QStringLiteral("orvo-%1").arg(connectionCounter.fetchAndAddRelaxed(1))) {}
+
+Connection::~Connection() {
+    db_.close();
+    db_ = QSqlDatabase();
+    QSqlDatabase::removeDatabase(name_);
+}
+
+void Connection::Configure() {
+    if (options_.engine == Engine::Sqlite) {
+        db_ = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_);
+        db_.setDatabaseName(options_.sqliteFile);
+        db_.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
+    } else {
+        db_ = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name_);
+        ApplyConnInfo(db_, options_.pgConnInfo);
+    }
+    if (!db_.isValid()) {
+        throw DatabaseError(QStringLiteral("The database driver is not installed."), QString());
+    }
+    if (!db_.open()) {
+        throw DatabaseError(DriverMessage(db_.lastError()), options_.engine == Engine::Sqlite
+                                                                ? options_.sqliteFile
+                                                                : options_.pgConnInfo);
+    }
+    if (options_.engine == Engine::Sqlite) {
+        ExecuteTranslated(QStringLiteral("PRAGMA journal_mode=WAL"));
+        ExecuteTranslated(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    } else {
+        ExecuteTranslated(QStringLiteral("SET client_min_messages TO WARNING"));
+        ExecuteTranslated(QStringLiteral("SET DateStyle TO ISO, MDY"));
+        if (!options_.pgSchema.isEmpty()) {
+            ExecuteTranslated(
+                QStringLiteral("SET search_path TO \"%1\", public").arg(options_.pgSchema));
+        }
+    }
+}
+
+QString Connection::Translate(const QString& sql) const {
+    return TranslateSql(sql, engine());
+}
+
+void Connection::ExecuteTranslated(const QString& statement) {
+    QSqlQuery query(db_);
+    if (!query.exec(statement)) {
+        const DatabaseError error(DriverMessage(query.lastError()), statement);
+        qCWarning(lcDb).noquote() << error.describe();
+        throw error;
+    }
+}
+
+void Connection::Execute(const QString& sql) {
+    for (const QString& statement : SplitSqlStatements(sql)) {
+        const QString translated = Translate(statement);
+        if (!translated.trimmed().isEmpty())
+            ExecuteTranslated(translated);
+    }
+}
+
+qint64 Connection::InsertWithIdentity(const QString& insertSql) {
+    // The server form arrives as one batch; its pieces run in order here, and the key is read
+    // on this connection right after this insert, so another station's insert cannot be seen.
+    bool inserted = false;
+    for (const QString& statement : SplitSqlStatements(insertSql)) {
+        if (IsIdentityQuery(statement))
+            continue;
+        const QString translated = Translate(statement);
+        if (translated.trimmed().isEmpty())
+            continue;
+        ExecuteTranslated(translated);
+        inserted = true;
+    }
+    if (!inserted)
+        throw DatabaseError(QStringLiteral("No INSERT to run."), insertSql);
+    const QVariant key = ReadScalar(*this, QStringLiteral("SELECT @@IDENTITY"));
+    return key.toLongLong();
+}
+
+void Connection::BeginTransaction() {
+    if (!db_.transaction())
+        throw DatabaseError(DriverMessage(db_.lastError()), QStringLiteral("BEGIN"));
+}
+
+void Connection::Commit() {
+    if (!db_.commit())
+        throw DatabaseError(DriverMessage(db_.lastError()), QStringLiteral("COMMIT"));
+}
+
+void Connection::Rollback() {
+    if (!db_.rollback()) {
+        throw DatabaseError(DriverMessage(db_.lastError()), QStringLiteral("ROLLBACK"));
+    }
+}
+
+Transaction::Transaction(Connection& connection) : connection_(connection) {
+    connection_.BeginTransaction();
+}
+
+Transaction::~Transaction() {
+    if (done_)
+        return;
+    try {
+        connection_.Rollback();
+    } catch (const DatabaseError& error) {
+        qCWarning(lcDb).noquote() << error.describe();
+    }
+}
+
+void Transaction::Commit() {
+    connection_.Commit();
+    done_ = true;
+}
+
+}  // namespace orvo::db

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+#include <memory>
+
+#include "platform/db/database_error.h"
+#include "platform/db/engine.h"
+
+namespace orvo::db {
+
+struct ConnectionOptions {
+    Engine engine = Engine::Sqlite;
+    QString sqliteFile;  // the database file, for Sqlite
+    QString pgConnInfo;  // libpq key=value conninfo, for Postgres ("host=/tmp/s dbname=orvo")
+    QString pgSchema;    // when set, the schema searched first (tests use one per test)
+};
+
+// One session with the practice database. Every statement passes through TranslateSql on its
+// way to the engine; a batch is split and run in order on this same connection, since neither
+// driver runs a batch as one call. Errors throw DatabaseError.
+class Connection {
+public:
+    static std::shared_ptr<Connection> Open(const ConnectionOptions& options);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    Engine engine() const { return options_.engine; }
+    const ConnectionOptions& options() const { return options_; }
+    QSqlDatabase& database() { return db_; }
+
+    // The statement as this connection sends it.
+    QString Translate(const QString& sql) const;
+
+    // Runs a statement (or a batch) that returns no rows.
+    void Execute(const QString& sql);
+
+    // Runs an INSERT and answers the key it made, on this connection, for this insert. Accepts
+    // both forms the suite sends: the plain INSERT, and the server batch
+    // "SET NOCOUNT ON; INSERT ...; SELECT @@IDENTITY".
+    qint64 InsertWithIdentity(const QString& insertSql);
+
+    void BeginTransaction();
+    void Commit();
+    void Rollback();
+
+private:
+    explicit Connection(const ConnectionOptions& options);
+    void Configure();
+    void ExecuteTranslated(const QString& statement);
+
+    ConnectionOptions options_;
+    QString name_;
+    QSqlDatabase db_;
+};
+
+// Keeps a transaction open for its scope; rolls back unless Commit() was called.
+class Transaction {
+public:
+    explicit Transaction(Connection& connection);
+    ~Transaction();
+    void Commit();
+
+private:
+    Connection& connection_;
+    bool done_ = false;
+};
+
+}  // namespace orvo::db

@@ -1,0 +1,86 @@
+#include "platform/db/recordset.h"
+
+#include <QSqlError>
+#include <QSqlRecord>
+
+namespace orvo::db {
+
+Recordset::Recordset(Connection& connection, const QString& sql)
+    : statement_(connection.Translate(sql)), query_(connection.database()) {
+    query_.setForwardOnly(true);
+    if (!query_.exec(statement_)) {
+        QString message = query_.lastError().databaseText().trimmed();
+        if (message.isEmpty())
+            message = query_.lastError().text();
+        throw DatabaseError(message, statement_);
+    }
+    const QSqlRecord record = query_.record();
+    names_.reserve(record.count());
+    for (int i = 0; i < record.count(); ++i) {
+        names_.push_back(record.fieldName(i));
+        index_.insert(record.fieldName(i).toLower(), i);
+    }
+    empty_ = !query_.next();
+    eof_ = empty_;
+}
+
+void Recordset::MoveNext() {
+    if (!eof_)
+        eof_ = !query_.next();
+}
+
+int Recordset::IndexOf(const QString& name) const {
+    return index_.value(name.toLower(), -1);
+}
+
+int Recordset::RequireIndex(const QString& name) const {
+    const int index = IndexOf(name);
+    if (index < 0) {
+        throw DatabaseError(QStringLiteral("No column named %1 in the result.").arg(name),
+                            statement_);
+    }
+    return index;
+}
+
+QVariant Recordset::Value(int index) const {
+    if (eof_)
+        throw DatabaseError(QStringLiteral("No current row."), statement_);
+    return query_.value(index);
+}
+
+QVariant Recordset::Value(const QString& name) const {
+    return Value(RequireIndex(name));
+}
+bool Recordset::IsNull(int index) const {
+    return Value(index).isNull();
+}
+bool Recordset::IsNull(const QString& name) const {
+    return IsNull(RequireIndex(name));
+}
+
+QString Recordset::Text(int index) const {
+    const QVariant value = Value(index);
+    return value.isNull() ? QString() : value.toString();
+}
+
+QString Recordset::Text(const QString& name) const {
+    return Text(RequireIndex(name));
+}
+
+qint64 Recordset::Long(int index) const {
+    const QVariant value = Value(index);
+    return value.isNull() ? 0 : value.toLongLong();
+}
+
+qint64 Recordset::Long(const QString& name) const {
+    return Long(RequireIndex(name));
+}
+
+QVariant ReadScalar(Connection& connection, const QString& sql) {
+    Recordset rs(connection, sql);
+    if (rs.IsEmpty() || rs.FieldCount() == 0)
+        return QVariant();
+    return rs.Value(0);
+}
+
+}  // namespace orvo::db

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+#include "platform/db/connection.h"
+
+namespace orvo::schema {
+
+enum class ColumnType {
+    Long,      // 32-bit integer
+    Short,     // 16-bit integer
+    Boolean,   // stored as 0 or 1
+    Text,      // compares case-insensitively on both engines
+    Memo,      // long text, case-insensitive as Text
+    Date,      // DATE on the server, ISO text on the embedded engine
+    DateTime,  // TIMESTAMP on the server, ISO text on the embedded engine
+    Currency,  // fixed point, four decimals
+    Double,
+};
+
+struct Column {
+    QString name;
+    ColumnType type = ColumnType::Text;
+    int width = 0;          // Text: the stored width; 0 for none
+    bool identity = false;  // the key the engine makes on insert
+    bool key = false;       // primary key (an identity column is always the key)
+    QString defaultValue;   // SQL literal, empty for none
+};
+
+struct Table {
+    QString name;
+    QList<Column> columns;
+    QList<QStringList> indexes;  // plain indexes, each a list of columns
+
+    const Column* FindColumn(const QString& column) const;  // any letter case
+};
+
+// A data change that cannot be said by declarations (a column filled from others, a row that
+// must exist). Run once, in version order, after the tables are created or widened.
+struct Upgrade {
+    int version = 0;
+    QString description;
+    std::function<void(db::Connection&)> apply;
+};
+
+// The tables a subsystem owns. Each subsystem fills one in its own folder; the host gathers
+// them and applies the whole.
+class Catalog {
+public:
+    void Add(Table table);
+    void AddUpgrade(Upgrade upgrade);
+    void Merge(const Catalog& other);
+
+    const QList<Table>& tables() const { return tables_; }
+    const QList<Upgrade>& upgrades() const { return upgrades_; }
+    const Table* Find(const QString& table) const;  // any letter case
+    // The highest upgrade version, which a database at the current schema records.
+    int version() const;
+
+private:
+    QList<Table> tables_;
+    QList<Upgrade> upgrades_;
+};
+
+// CREATE TABLE and CREATE INDEX statements, in the engine's own dialect.
+QStringList CreateTableStatements(const Table& table, db::Engine engine);
+QString AddColumnStatement(const Table& table, const Column& column, db::Engine engine);
+
+// Brings a database up to the catalog: creates missing tables, adds missing columns, runs the
+// upgrades newer than the recorded version, and records the new version. All in one
+// transaction. Safe on an up-to-date database.
+void Apply(db::Connection& connection, const Catalog& catalog);
+
+// The version recorded in the database; 0 for a database that has none.
+int StoredVersion(db::Connection& connection);
+
+// After rows were inserted with explicit keys, moves each identity on past the highest key,
+// so that the next insert does not collide (the server keeps its counters apart from the rows).
+void SyncIdentities(db::Connection& connection, const Catalog& catalog);
+
+}  // namespace orvo::schema

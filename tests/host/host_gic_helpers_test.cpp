@@ -1,0 +1,188 @@
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include "host/host_gic.h"
+#include "tests/host/host_test_fixture.h"
+
+namespace orvo::host::test {
+namespace {
+
+// The helpers that need no database: a session without a connection.
+class HostHelpersTest : public testing::Test {
+protected:
+    void SetUp() override { SetPrompts(&prompts_); }
+    void TearDown() override { SetPrompts(nullptr); }
+
+    HostSession session_;
+    QueuedPrompts prompts_;
+    HostGIC gic_{session_};
+};
+
+TEST_F(HostHelpersTest, ProperCaseCapitalisesWordsTypedInOneCase) {
+    const std::pair<QString, QString> cases[] = {
+        {"JOHN SMITH", "John Smith"},
+        {"mary-ann o'brien", "Mary-Ann O'Brien"},
+        {"McDonald", "McDonald"},
+        {"DE LA CRUZ, MaryLou", "De La Cruz, MaryLou"},
+        {"123 MAIN ST, APT 3B", "123 Main St, Apt 3B"},
+        {"3RD AVE", "3rd Ave"},
+        {"JOHN'S PLACE", "John's Place"},
+        {"  ÉCOLE  rue ", "  École  Rue "},
+        {"", ""},
+    };
+    for (const auto& [typed, expected] : cases) {
+        EXPECT_EQ(gic_.ProperCase(typed).toString(), expected) << typed.toStdString();
+    }
+    EXPECT_EQ(gic_.ProperCase(42), QVariant(42));
+    EXPECT_FALSE(gic_.ProperCase(QVariant()).isValid());
+}
+
+TEST_F(HostHelpersTest, FormatPhoneFormatsUsNumbers) {
+    const std::pair<QString, QString> cases[] = {
+        {"5555551234", "(555) 555-1234"},
+        {" 555.555.1234 ", "(555) 555-1234"},
+        {"(555) 555-1234", "(555) 555-1234"},
+        {"5551234", "555-1234"},
+        {"1-555-555-1234", "(555) 555-1234"},
+        {"555555123456", "(555) 555-1234 x56"},
+        {"25555551234", "(255) 555-5123 x4"},
+        {"555-CALL-NOW", "555-CALL-NOW"},
+        {" 555-12 ", "555-12"},
+        {"", ""},
+    };
+    for (const auto& [typed, expected] : cases) {
+        EXPECT_EQ(gic_.FormatPhone(typed), expected) << typed.toStdString();
+    }
+}
+
+TEST_F(HostHelpersTest, DelimitedFieldsAndNames) {
+    EXPECT_EQ(gic_.GetDelimitedField("GOTO,PAT,17", ",", 1), "GOTO");
+    EXPECT_EQ(gic_.GetDelimitedField("GOTO,PAT,17", ",", 3), "17");
+    EXPECT_EQ(gic_.GetDelimitedField("a,,c", ",", 2), "");
+    EXPECT_EQ(gic_.GetDelimitedField("a,b", ",", 3), "");
+    EXPECT_EQ(gic_.GetDelimitedField("a,b", ",", 0), "");
+    EXPECT_EQ(gic_.GetDelimitedField("NEW\nSmith\nJohn", "\n", 2), "Smith");
+
+    const std::tuple<QString, QString, QString> names[] = {
+        {"Smith, John", "Smith", "John"},
+        {"John Smith", "Smith", "John"},
+        {" Smith ,John ", "Smith", "John"},
+        {"Mary Ann  Smith", "Smith", "Mary Ann"},
+        {"Smith", "Smith", ""},
+        {"", "", ""},
+    };
+    for (const auto& [text, last, first] : names) {
+        QString lastName = "x", firstName = "x";
+        gic_.SplitPersonName(text, lastName, firstName);
+        EXPECT_EQ(lastName, last) << text.toStdString();
+        EXPECT_EQ(firstName, first) << text.toStdString();
+    }
+    EXPECT_EQ(gic_.SqlQuoteText("O'Brien's"), "'O''Brien''s'");
+}
+
+TEST_F(HostHelpersTest, PasswordCipherRoundTrips) {
+    EXPECT_EQ(gic_.ConvertPassword(""), "");
+    const QString longText(70, QChar('k'));  // longer than one block of the keystream
+    for (const QString& plain :
+         {QString("secret"), QString("It's me"), QString("päss wörd"), longText}) {
+        const QString stored = gic_.ConvertPassword(plain);
+        EXPECT_NE(stored, plain);
+        EXPECT_FALSE(stored.contains(plain));
+        EXPECT_EQ(gic_.ConvertPassword(stored), plain);
+    }
+    // A fresh host arms the same default key; another key gives another stored form.
+    HostGIC other(session_);
+    EXPECT_EQ(other.ConvertPassword("secret"), gic_.ConvertPassword("secret"));
+    other.SetPasswordKey("0123456789ABCDEF01234567");
+    const QString storedUnderOther = other.ConvertPassword("secret");
+    EXPECT_NE(storedUnderOther, gic_.ConvertPassword("secret"));
+    EXPECT_NE(gic_.ConvertPassword(storedUnderOther), "secret");
+    EXPECT_EQ(other.ConvertPassword(storedUnderOther), "secret");
+}
+
+TEST_F(HostHelpersTest, MailboxSlotsKeepTheirValuesUntilTheNextPut) {
+    gic_.PutEditResultID(12);
+    gic_.PutSavedRecordID(34);
+    gic_.PutPersonTypeField("pTypDoc");
+    gic_.PutPersonScreenKind(4);
+    gic_.PutPlanGroupText("GLOBAL");
+    EXPECT_EQ(gic_.GetEditResultID(), 12);
+    EXPECT_EQ(gic_.GetEditResultID(), 12);  // reading does not clear
+    gic_.PutEditResultID(0);
+    EXPECT_EQ(gic_.GetEditResultID(), 0);
+    EXPECT_EQ(gic_.GetSavedRecordID(), 34);  // slots are independent
+    EXPECT_EQ(gic_.GetPersonTypeField(), "pTypDoc");
+    EXPECT_EQ(gic_.GetScreenVariant(), 4);  // the variant is the person screen kind
+    EXPECT_EQ(gic_.planGroupText(), "GLOBAL");
+    EXPECT_FALSE(gic_.GetGoToQuickAppoint());
+    gic_.SetGoToQuickAppoint(true);
+    EXPECT_TRUE(gic_.GetGoToQuickAppoint());
+}
+
+TEST_F(HostHelpersTest, SessionIdentityIsReadOnEachCall) {
+    session_.loginName = "JDOE";
+    session_.stationId = "FRONT1";
+    session_.dataPath = "/srv/orvo/";
+    EXPECT_EQ(gic_.GetLoginName(), "JDOE");
+    EXPECT_EQ(gic_.GetStationID(), "FRONT1");
+    session_.loginName = "SUPERVISOR";
+    session_.officeLocationId = 3;
+    EXPECT_EQ(gic_.GetLoginName(), "SUPERVISOR");
+    EXPECT_EQ(gic_.GetOfficeLocationID(), 3);
+    EXPECT_EQ(gic_.GetDataPath(), "/srv/orvo/");
+    EXPECT_EQ(gic_.GetToday(), QDate::currentDate());
+    session_.today = QDate(2024, 2, 29);
+    EXPECT_EQ(gic_.GetToday(), QDate(2024, 2, 29));
+    EXPECT_THROW(gic_.GetConnection(), db::DatabaseError);
+
+    auto form = std::make_unique<QWidget>();
+    gic_.SetMainForm(form.get());
+    EXPECT_EQ(gic_.GetMainForm(), form.get());
+    form.reset();
+    EXPECT_EQ(gic_.GetMainForm(), nullptr);
+
+    QTemporaryDir dir;
+    EXPECT_TRUE(gic_.FileExists(dir.path()));
+    EXPECT_FALSE(gic_.FileExists(dir.filePath("TEMP/none.LCK")));
+}
+
+TEST_F(HostHelpersTest, DialogsGoThroughThePrompts) {
+    prompts_.answers = {AnswerYes, AnswerNo};
+    EXPECT_TRUE(gic_.AskYesNo(true, "Title", "Go on?"));
+    EXPECT_FALSE(gic_.AskYesNo(false, "Title", "Really?"));
+    ASSERT_EQ(prompts_.asked.size(), 2u);
+    EXPECT_EQ(prompts_.asked[0].defaultButton, 1);
+    EXPECT_EQ(prompts_.asked[1].defaultButton, 2);
+    EXPECT_EQ(prompts_.asked[1].icon, Icon::Question);
+    EXPECT_EQ(prompts_.asked[1].buttons, Buttons::YesNo);
+
+    prompts_.inputs = {QString("Smith, John"), std::nullopt};
+    EXPECT_EQ(gic_.InputDialog("Enter name below.", "Search Window", "", 0), "Smith, John");
+    EXPECT_FALSE(gic_.InputDialog("Enter name below.", "Search Window", "", 0).has_value());
+}
+
+TEST_F(HostHelpersTest, PauseKeepsHandlingEvents) {
+    bool fired = false;
+    QTimer::singleShot(5, [&fired] { fired = true; });
+    QElapsedTimer clock;
+    clock.start();
+    gic_.PauseMilliseconds(40);
+    EXPECT_TRUE(fired);
+    EXPECT_GE(clock.elapsed(), 40);
+}
+
+TEST_F(HostHelpersTest, UnbuiltOperationThrowsWithItsName) {
+    try {
+        gic_.CalculateAge("01-02-1990");
+        FAIL() << "CalculateAge answered";
+    } catch (const NotImplemented& error) {
+        EXPECT_NE(std::string(error.what()).find("CalculateAge"), std::string::npos);
+    }
+    EXPECT_THROW(gic_.GetSecondConnection(), NotImplemented);
+}
+
+}  // namespace
+}  // namespace orvo::host::test

@@ -1,0 +1,252 @@
+// The database layer on both engines: reads, statements, identity inserts, case-insensitive
+// text, errors, transactions, and the schema machinery.
+#include <gtest/gtest.h>
+
+#include <QSqlQuery>
+#include <thread>
+
+#include "platform/db/recordset.h"
+#include "platform/schema/schema.h"
+#include "tests/support/test_database.h"
+
+namespace orvo {
+namespace {
+
+using db::Engine;
+using schema::Column;
+using schema::ColumnType;
+
+schema::Catalog TestCatalog() {
+    schema::Catalog catalog;
+    catalog.Add(
+        {QStringLiteral("InsCoTable"),
+         {{QStringLiteral("InsCoInd"), ColumnType::Long, 0, true, true, {}},
+          {QStringLiteral("InsCoNam"), ColumnType::Text, 50},
+          {QStringLiteral("InsCoCit"), ColumnType::Text, 30},
+          {QStringLiteral("InsCoFla"), ColumnType::Boolean, 0, false, false, QStringLiteral("0")},
+          {QStringLiteral("InsCoDat"), ColumnType::Date}},
+         {{QStringLiteral("InsCoNam")}}});
+    return catalog;
+}
+
+class DatabaseTest : public testing::TestWithParam<Engine> {
+protected:
+    void SetUp() override {
+        ORVO_SKIP_WITHOUT_ENGINE(GetParam());
+        database_ = std::make_unique<test::TestDatabase>(GetParam());
+        schema::Apply(db(), TestCatalog());
+    }
+    db::Connection& db() { return database_->connection(); }
+    std::unique_ptr<test::TestDatabase> database_;
+};
+
+TEST_P(DatabaseTest, RecordsetReadsByNameInAnyCaseAndNullsAsEmpty) {
+    db().Execute("INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('Delta', NULL)");
+    db::Recordset rs(db(), "SELECT InsCoInd, InsCoNam, InsCoCit FROM InsCoTable");
+    ASSERT_FALSE(rs.IsEmpty());
+    EXPECT_EQ(rs.Text("insconam"), "Delta");
+    EXPECT_EQ(rs.Text("INSCONAM"), "Delta");
+    EXPECT_TRUE(rs.IsNull("InsCoCit"));
+    EXPECT_EQ(rs.Text("InsCoCit"), "");
+    EXPECT_GT(rs.Long("InsCoInd"), 0);
+    EXPECT_EQ(rs.IndexOf("nothing"), -1);
+    EXPECT_THROW(rs.Text("nothing"), db::DatabaseError);
+    rs.MoveNext();
+    EXPECT_TRUE(rs.Eof());
+    EXPECT_THROW(rs.Value(0), db::DatabaseError);
+}
+
+TEST_P(DatabaseTest, EmptyResultIsEmptyAndEof) {
+    db::Recordset rs(db(), "SELECT * FROM InsCoTable WHERE InsCoInd=-1");
+    EXPECT_TRUE(rs.IsEmpty());
+    EXPECT_TRUE(rs.Eof());
+    EXPECT_EQ(rs.FieldCount(), 5);
+}
+
+TEST_P(DatabaseTest, TextComparesIgnoringCase) {
+    for (const char* name : {"beta", "Alpha", "GAMMA", "delta"}) {
+        db().Execute(QStringLiteral("INSERT INTO InsCoTable (InsCoNam) VALUES ('%1')").arg(name));
+    }
+    EXPECT_EQ(
+        db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable WHERE InsCoNam = 'ALPHA'").toInt(),
+        1);
+    EXPECT_EQ(
+        db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable WHERE InsCoNam LIKE 'g%'").toInt(),
+        1);
+    EXPECT_EQ(
+        db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable WHERE InsCoNam LIKE '%ELT%'").toInt(),
+        1);
+    QStringList order;
+    for (db::Recordset rs(db(), "SELECT InsCoNam FROM InsCoTable ORDER BY InsCoNam"); !rs.Eof();
+         rs.MoveNext()) {
+        order << rs.Text(0);
+    }
+    EXPECT_EQ(order, (QStringList{"Alpha", "beta", "delta", "GAMMA"}));
+}
+
+TEST_P(DatabaseTest, ApostrophesAndDatesRoundTrip) {
+    db().Execute(
+        "INSERT INTO InsCoTable (InsCoNam, InsCoDat) VALUES ('O''Brien Dental Plan', "
+        "#03/07/2025#)");
+    db::Recordset rs(
+        db(), "SELECT InsCoNam, InsCoDat FROM InsCoTable WHERE InsCoNam='o''brien dental plan'");
+    ASSERT_FALSE(rs.IsEmpty());
+    EXPECT_EQ(rs.Text(0), "O'Brien Dental Plan");
+    EXPECT_EQ(rs.Value(1).toDate(), QDate(2025, 3, 7));
+    EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable WHERE InsCoDat >= #01/01/2025#")
+                  .toInt(),
+              1);
+}
+
+TEST_P(DatabaseTest, InsertWithIdentityAnswersThisInsertsKeyInBothForms) {
+    const qint64 first = db().InsertWithIdentity("INSERT INTO InsCoTable (InsCoNam) VALUES ('A')");
+    const qint64 second = db().InsertWithIdentity(
+        "SET NOCOUNT ON; INSERT INTO InsCoTable (InsCoNam) VALUES ('B'); SELECT @@IDENTITY");
+    EXPECT_GT(first, 0);
+    EXPECT_EQ(second, first + 1);
+    EXPECT_EQ(
+        db::ReadScalar(
+            db(), QStringLiteral("SELECT InsCoNam FROM InsCoTable WHERE InsCoInd=%1").arg(second))
+            .toString(),
+        "B");
+}
+
+TEST_P(DatabaseTest, InsertWithIdentityIsNotConfusedByAnotherConnection) {
+    // Two stations insert in turn, interleaved; each must get back the key of its own row.
+    auto other = database_->Connect();
+    for (int i = 0; i < 20; ++i) {
+        const qint64 mine = db().InsertWithIdentity(
+            QStringLiteral("INSERT INTO InsCoTable (InsCoNam) VALUES ('mine %1')").arg(i));
+        const qint64 theirs = other->InsertWithIdentity(
+            QStringLiteral("INSERT INTO InsCoTable (InsCoNam) VALUES ('theirs %1')").arg(i));
+        EXPECT_NE(mine, theirs);
+        EXPECT_EQ(
+            db::ReadScalar(
+                db(), QStringLiteral("SELECT InsCoNam FROM InsCoTable WHERE InsCoInd=%1").arg(mine))
+                .toString(),
+            QStringLiteral("mine %1").arg(i));
+        EXPECT_EQ(
+            db::ReadScalar(
+                *other,
+                QStringLiteral("SELECT InsCoNam FROM InsCoTable WHERE InsCoInd=%1").arg(theirs))
+                .toString(),
+            QStringLiteral("theirs %1").arg(i));
+    }
+}
+
+TEST_P(DatabaseTest, InsertWithIdentityUnderConcurrentInserts) {
+    // A second thread with its own connection inserts as fast as it can meanwhile.
+    std::atomic<bool> stop = false;
+    std::thread noise([&] {
+        auto other = database_->Connect();
+        while (!stop)
+            other->Execute("INSERT INTO InsCoTable (InsCoNam) VALUES ('noise')");
+    });
+    std::vector<qint64> keys;
+    for (int i = 0; i < 50; ++i) {
+        keys.push_back(db().InsertWithIdentity(
+            QStringLiteral("INSERT INTO InsCoTable (InsCoNam) VALUES ('row %1')").arg(i)));
+    }
+    stop = true;
+    noise.join();
+    for (int i = 0; i < 50; ++i) {
+        EXPECT_EQ(
+            db::ReadScalar(
+                db(),
+                QStringLiteral("SELECT InsCoNam FROM InsCoTable WHERE InsCoInd=%1").arg(keys[i]))
+                .toString(),
+            QStringLiteral("row %1").arg(i));
+    }
+}
+
+TEST_P(DatabaseTest, ErrorsCarryTheStatementAndLeaveTheConnectionUsable) {
+    try {
+        db().Execute("UPDATE NoSuchTable SET x=1");
+        FAIL() << "no error";
+    } catch (const db::DatabaseError& error) {
+        EXPECT_TRUE(error.statement().contains("NoSuchTable"));
+        EXPECT_FALSE(error.driverMessage().isEmpty());
+    }
+    EXPECT_THROW(db::Recordset(db(), "SELECT nothing FROM InsCoTable"), db::DatabaseError);
+    db().Execute("INSERT INTO InsCoTable (InsCoNam) VALUES ('after')");
+    EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable").toInt(), 1);
+}
+
+TEST_P(DatabaseTest, TransactionRollsBackUnlessCommitted) {
+    {
+        db::Transaction t(db());
+        db().Execute("INSERT INTO InsCoTable (InsCoNam) VALUES ('dropped')");
+    }
+    {
+        db::Transaction t(db());
+        db().Execute("INSERT INTO InsCoTable (InsCoNam) VALUES ('kept')");
+        t.Commit();
+    }
+    EXPECT_EQ(db::ReadScalar(db(), "SELECT InsCoNam FROM InsCoTable").toString(), "kept");
+    EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable").toInt(), 1);
+}
+
+TEST_P(DatabaseTest, BooleanFlagsCompareWithTrueAndFalse) {
+    db().Execute("INSERT INTO InsCoTable (InsCoNam, InsCoFla) VALUES ('on', TRUE)");
+    db().Execute("INSERT INTO InsCoTable (InsCoNam, InsCoFla) VALUES ('off', FALSE)");
+    EXPECT_EQ(
+        db::ReadScalar(db(), "SELECT InsCoNam FROM InsCoTable WHERE InsCoFla=TRUE").toString(),
+        "on");
+    EXPECT_EQ(
+        db::ReadScalar(db(), "SELECT InsCoNam FROM InsCoTable WHERE InsCoFla=FALSE").toString(),
+        "off");
+}
+
+TEST_P(DatabaseTest, SchemaApplyIsRepeatableAndAddsColumnsAndRunsUpgradesOnce) {
+    EXPECT_EQ(schema::StoredVersion(db()), 1);
+    schema::Apply(db(), TestCatalog());  // nothing to do
+
+    schema::Catalog wider = TestCatalog();
+    schema::Table table = *wider.Find("inscotable");
+    table.columns << Column{QStringLiteral("InsCoEma"), ColumnType::Text, 60};
+    schema::Catalog next;
+    next.Add(table);
+    int runs = 0;
+    next.AddUpgrade({2, QStringLiteral("fill e-mail"), [&](db::Connection& c) {
+                         ++runs;
+                         c.Execute("UPDATE InsCoTable SET InsCoEma='none'");
+                     }});
+    db().Execute("INSERT INTO InsCoTable (InsCoNam) VALUES ('x')");
+    schema::Apply(db(), next);
+    schema::Apply(db(), next);
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(schema::StoredVersion(db()), 2);
+    EXPECT_EQ(db::ReadScalar(db(), "SELECT InsCoEma FROM InsCoTable").toString(), "none");
+}
+
+TEST_P(DatabaseTest, SyncIdentitiesMovesPastExplicitKeys) {
+    db().Execute("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (1, 'one')");
+    db().Execute("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (6703, 'seeded')");
+    schema::SyncIdentities(db(), TestCatalog());
+    EXPECT_EQ(db().InsertWithIdentity("INSERT INTO InsCoTable (InsCoNam) VALUES ('next')"), 6704);
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, DatabaseTest, testing::ValuesIn(test::AllEngines()),
+                         test::EngineParamName());
+
+TEST(DatabaseOpen, BadServerIsADatabaseError) {
+    db::ConnectionOptions options;
+    options.engine = Engine::Postgres;
+    options.pgConnInfo = "host=/nonexistent-folder dbname=none user=none connect_timeout=2";
+    EXPECT_THROW(db::Connection::Open(options), db::DatabaseError);
+}
+
+TEST(SchemaDdl, EngineTypes) {
+    const auto table = *TestCatalog().Find("InsCoTable");
+    const QString sqlite = schema::CreateTableStatements(table, Engine::Sqlite).join(";");
+    const QString pg = schema::CreateTableStatements(table, Engine::Postgres).join(";");
+    EXPECT_TRUE(sqlite.contains("InsCoNam TEXT COLLATE NOCASE"));
+    EXPECT_TRUE(sqlite.contains("InsCoInd INTEGER PRIMARY KEY AUTOINCREMENT"));
+    EXPECT_TRUE(pg.contains("InsCoNam CITEXT"));
+    EXPECT_TRUE(pg.contains("InsCoDat DATE"));
+    EXPECT_TRUE(pg.contains("GENERATED BY DEFAULT AS IDENTITY"));
+    EXPECT_TRUE(pg.contains("CREATE INDEX"));
+}
+
+}  // namespace
+}  // namespace orvo
