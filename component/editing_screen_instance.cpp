@@ -8,7 +8,7 @@ namespace orvo::component {
 namespace {
 
 [[noreturn]] void NotYet(const char* method) {
-    throw NotImplementedYet(QStringLiteral("EditingScreen.") + QString::fromLatin1(method));
+    throw NotImplemented(QStringLiteral("EditingScreen.") + QString::fromLatin1(method));
 }
 
 }  // namespace

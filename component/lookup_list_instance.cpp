@@ -6,7 +6,7 @@ namespace orvo::component {
 namespace {
 
 [[noreturn]] void NotYet(const char* method) {
-    throw NotImplementedYet(QStringLiteral("LookUpList.") + QString::fromLatin1(method));
+    throw NotImplemented(QStringLiteral("LookUpList.") + QString::fromLatin1(method));
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 namespace orvo::host {
 
-#define ORVO_PENDING(Operation) throw NotImplemented(QStringLiteral(#Operation))
+#define ORVO_PENDING(Operation) throw NotImplemented(QStringLiteral("Host operation " #Operation))
 
 // clang-format off
 void HostGIC::AddBoundRow(const QString&, const QStringList&, const QVariantList&) { ORVO_PENDING(AddBoundRow); }

@@ -11,12 +11,13 @@ public:
     explicit ComponentError(const QString& message) : std::runtime_error(message.toStdString()) {}
 };
 
-// A method of a public class whose screen has not been built yet. It arrives with its screen.
-class NotImplementedYet : public std::logic_error {
+// Something asked for that is not built yet: a host operation, or a method of a public class
+// whose screen has not arrived. It is thrown instead of answering something made up.
+class NotImplemented : public std::logic_error {
 public:
-    // method as "EditingScreen.Employer_Start".
-    explicit NotImplementedYet(const QString& method)
-        : std::logic_error((method + QStringLiteral(" is not implemented yet")).toStdString()) {}
+    // what: "Host operation GetFamilyID", "EditingScreen.Employer_Start".
+    explicit NotImplemented(const QString& what)
+        : std::logic_error((what + QStringLiteral(" is not implemented yet")).toStdString()) {}
 };
 
 }  // namespace orvo

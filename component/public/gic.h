@@ -17,6 +17,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "component/public/component_error.h"
 #include "platform/currency.h"
 #include "platform/db/connection.h"
 
@@ -24,13 +25,6 @@ class QComboBox;
 class QWidget;
 
 namespace orvo {
-
-// Thrown by a host operation that this host does not provide yet.
-class NotImplemented : public std::logic_error {
-public:
-    explicit NotImplemented(const QString& operation)
-        : std::logic_error(("Host operation " + operation + " is not implemented").toStdString()) {}
-};
 
 // The fields a screen binds to one row: widgets that carry the column name in their "DataField"
 // property. The value read or written is the widget's user property (a line edit's text, a

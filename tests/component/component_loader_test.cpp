@@ -88,10 +88,10 @@ TEST_F(ComponentLoaderTest, RegistersTheLibraryAndMakesBothClasses) {
     try {
         screen->Ins_Company_Start(tmp, id);
         FAIL() << "Ins_Company_Start returned";
-    } catch (const NotImplementedYet& error) {
+    } catch (const NotImplemented& error) {
         EXPECT_STREQ(error.what(), "EditingScreen.Ins_Company_Start is not implemented yet");
     }
-    EXPECT_THROW(list->ShowList(), NotImplementedYet);
+    EXPECT_THROW(list->ShowList(), NotImplemented);
 }
 
 TEST_F(ComponentLoaderTest, RegistersAgainWhenTheRegistryNamesAnotherLibrary) {
