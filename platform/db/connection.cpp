@@ -122,10 +122,12 @@ void Connection::ExecuteTranslated(const QString& statement) {
 }
 
 void Connection::Execute(const QString& sql) {
+    // A statement may translate into several (a server block becomes a create and an insert),
+    // so the translation is split again before each piece goes to the driver.
     for (const QString& statement : SplitSqlStatements(sql)) {
-        const QString translated = Translate(statement);
-        if (!translated.trimmed().isEmpty())
-            ExecuteTranslated(translated);
+        for (const QString& piece : SplitSqlStatements(Translate(statement))) {
+            ExecuteTranslated(piece);
+        }
     }
 }
 
