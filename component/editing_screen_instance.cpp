@@ -3,6 +3,10 @@
 #include "component/component_log.h"
 #include "component/public/component_error.h"
 #include "component/public/gic.h"
+#include "component/session.h"
+#include "component/start_sequence.h"
+#include "insurance/build_new_command.h"
+#include "insurance/ins_screen.h"
 
 namespace orvo::component {
 namespace {
@@ -95,12 +99,39 @@ void EditingScreenInstance::Recall_Master_Start(QString&, int&) {
     NotYet("Recall_Master_Start");
 }
 
-void EditingScreenInstance::Ins_Company_Start(QString&, int&) {
-    NotYet("Ins_Company_Start");
+void EditingScreenInstance::Ins_Company_Start(QString& Ins_Com_ID_Num, int& InsCoID) {
+    StartCarrierScreen("Ins_Company_Start", false, Ins_Com_ID_Num, InsCoID);
 }
 
-void EditingScreenInstance::Pharmacy_Start(QString&, int&) {
-    NotYet("Pharmacy_Start");
+void EditingScreenInstance::Pharmacy_Start(QString& sPhaID, int& PhaID) {
+    StartCarrierScreen("Pharmacy_Start", true, sPhaID, PhaID);
+}
+
+// One screen edits carriers and pharmacies; the flag given to Setup_Screen picks the table.
+void EditingScreenInstance::StartCarrierScreen(const char* method, bool pharmacy, QString& text,
+                                               int& id) {
+    GIC& gic = RequireGIC(method);
+    gic.PutCarrierSearchText(text);
+    StartScreen<insurance::insScreen>(
+        StartContextFor(method), [&gic] { return std::make_unique<insurance::insScreen>(gic); },
+        [&](insurance::insScreen& screen) {
+            if (text.startsWith(QLatin1String("NEW"))) {
+                screen.Setup_Screen(pharmacy, insurance::BuildNewCommand(text), 0);
+            } else {
+                screen.Setup_Screen(pharmacy, QString(), Val(text));
+            }
+        },
+        [&](insurance::insScreen&) { id = gic.GetSavedRecordID(); }, text, id);
+}
+
+GIC& EditingScreenInstance::RequireGIC(const char* method) {
+    GIC* gic = session().gic;
+    if (!gic) {
+        throw ComponentError(
+            QStringLiteral("EditingScreen.%1 needs the host object: set IGlobal_GIC first.")
+                .arg(QLatin1String(method)));
+    }
+    return *gic;
 }
 
 void EditingScreenInstance::Load_PatInfo_Small(int&, QString&, bool*) {

@@ -49,6 +49,8 @@ public:
     StartContext StartContextFor(const char* method);
 
 private:
+    void StartCarrierScreen(const char* method, bool pharmacy, QString& text, int& id);
+    static GIC& RequireGIC(const char* method);
     int extraID_ = 0;
     PrintEventsRelay relay_;
 };

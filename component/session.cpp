@@ -1,5 +1,8 @@
 #include "component/session.h"
 
+#include <algorithm>
+#include <climits>
+
 #include "component/public/gic.h"
 
 namespace orvo::component {
@@ -7,6 +10,14 @@ namespace orvo::component {
 Session& session() {
     static Session state;
     return state;
+}
+
+int Val(const QString& text) {
+    const QString t = text.trimmed();
+    qsizetype end = (t.startsWith(QLatin1Char('-')) || t.startsWith(QLatin1Char('+'))) ? 1 : 0;
+    while (end < t.size() && t[end].isDigit() && end < 11)
+        ++end;
+    return static_cast<int>(std::clamp(t.left(end).toLongLong(), qint64(INT_MIN), qint64(INT_MAX)));
 }
 
 QString CapitalizeWords(const QString& text) {

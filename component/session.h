@@ -35,6 +35,10 @@ Session& session();
 // either end; the other letters stay as they are.
 QString CapitalizeWords(const QString& text);
 
+// The number a text starts with, as the suite reads an id out of a command: leading blanks and a
+// sign are taken, reading stops at the first other character, and no number at all is 0.
+int Val(const QString& text);
+
 // The host's main window: asked of GIC while none is known, then kept.
 QWidget* GetMainWindow();
 

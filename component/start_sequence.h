@@ -7,7 +7,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <tuple>
+#include <type_traits>
 
 #include "component/public/print_events.h"
 
@@ -70,18 +72,27 @@ bool RunStartSequence(const StartContext& context, const CreateStep& create,
 
 }  // namespace detail
 
-// Runs the sequence for a new Screen. handArguments gives the screen what the caller passed;
-// readResult writes the result back. byReference names the caller's arguments that either step
-// may change: when the call fails they are left as they came. Answers false when a database
-// error ended the call (it has been shown and logged); any other error passes on.
+// Runs the sequence for a new Screen, made by create (or by its default constructor). handArguments
+// gives the screen what the caller passed; readResult writes the result back. byReference names the
+// caller's arguments that either step may change: when the call fails they are left as they came.
+// Answers false when a database error ended the call (it has been shown and logged); any other
+// error passes on.
 template <StartableScreen Screen, class... T>
-bool StartScreen(const StartContext& context, std::function<void(Screen&)> handArguments,
+bool StartScreen(const StartContext& context, std::function<std::unique_ptr<Screen>()> create,
+                 std::function<void(Screen&)> handArguments,
                  std::function<void(Screen&)> readResult, T&... byReference) {
     ArgumentsGuard<T...> guard(byReference...);
     const bool done = detail::RunStartSequence(
         context,
-        [&context]() -> std::unique_ptr<QDialog> {
-            auto screen = std::make_unique<Screen>();
+        [&context, &create]() -> std::unique_ptr<QDialog> {
+            std::unique_ptr<Screen> screen;
+            if (create) {
+                screen = create();
+            } else if constexpr (std::is_default_constructible_v<Screen>) {
+                screen = std::make_unique<Screen>();
+            } else {
+                throw std::logic_error("this screen needs a create step");
+            }
             screen->SetObjParent(context.objParent);
             return screen;
         },

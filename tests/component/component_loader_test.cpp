@@ -86,11 +86,13 @@ TEST_F(ComponentLoaderTest, RegistersTheLibraryAndMakesBothClasses) {
     QString tmp = QStringLiteral("NEW");
     int id = 0;
     try {
-        screen->Ins_Company_Start(tmp, id);
-        FAIL() << "Ins_Company_Start returned";
+        screen->Employer_Start(tmp, id, id, tmp, id, id);
+        FAIL() << "Employer_Start returned";
     } catch (const NotImplemented& error) {
-        EXPECT_STREQ(error.what(), "EditingScreen.Ins_Company_Start is not implemented yet");
+        EXPECT_STREQ(error.what(), "EditingScreen.Employer_Start is not implemented yet");
     }
+    // A start method called before the host object is handed in is refused in words.
+    EXPECT_THROW(screen->Ins_Company_Start(tmp, id), ComponentError);
     EXPECT_THROW(list->ShowList(), NotImplemented);
 }
 

@@ -120,7 +120,7 @@ TEST_F(StartSequenceTest, RunsTheStepsInOrderAndReleasesTheScreen) {
     QPointer<SelfClosingScreen> screenSeen;
 
     const bool done = StartScreen<SelfClosingScreen>(
-        context,
+        context, {},
         [&](SelfClosingScreen& screen) {
             journal.push_back(QStringLiteral("hand"));
             EXPECT_EQ(screen.objParent, &parent);
@@ -148,7 +148,7 @@ TEST_F(StartSequenceTest, RunsTheStepsInOrderAndReleasesTheScreen) {
 TEST_F(StartSequenceTest, AMethodWithoutBannerShowsNone) {
     StartContext context = Context();
     context.banner.reset();
-    EXPECT_TRUE(StartScreen<SelfClosingScreen>(context, {}, {}));
+    EXPECT_TRUE(StartScreen<SelfClosingScreen>(context, {}, {}, {}));
     EXPECT_EQ(journal, std::vector<QString>{QStringLiteral("shown")});
 }
 
@@ -157,13 +157,13 @@ TEST_F(StartSequenceTest, TheStartFormBecomesMainWindowOnlyWhenTheHostHasNone) {
     StartContext context = Context();
     context.startForm = &startForm;
 
-    StartScreen<SelfClosingScreen>(context, {}, {});
+    StartScreen<SelfClosingScreen>(context, {}, {}, {});
     EXPECT_EQ(gic_.GetMainForm(), &startForm);
 
     session().MainForm = nullptr;
     gic_.SetMainForm(&hostWindow);
     const int calls = gic_.setMainFormCalls();
-    StartScreen<SelfClosingScreen>(context, {}, {});
+    StartScreen<SelfClosingScreen>(context, {}, {}, {});
     EXPECT_EQ(gic_.GetMainForm(), &hostWindow);
     EXPECT_EQ(gic_.setMainFormCalls(), calls);
 }
@@ -195,7 +195,7 @@ TEST_F(StartSequenceTest, ADatabaseErrorIsShownAndLoggedAndTheArgumentsStayAsThe
     bool readRan = false;
 
     const bool done = StartScreen<SelfClosingScreen>(
-        Context(),
+        Context(), {},
         [&](SelfClosingScreen&) {
             // The arguments change on the way in, then the load fails.
             tmp = QStringLiteral("0\nAcme\n");
@@ -228,7 +228,7 @@ TEST_F(StartSequenceTest, ADatabaseErrorIsShownAndLoggedAndTheArgumentsStayAsThe
 TEST_F(StartSequenceTest, AScreenThatFailsToLoadIsAFailedCall) {
     int id = 5;
     EXPECT_FALSE(StartScreen<FailingScreen>(
-        Context(), {}, [&](FailingScreen&) { id = 1; }, id));
+        Context(), {}, {}, [&](FailingScreen&) { id = 1; }, id));
     EXPECT_EQ(id, 5);
     EXPECT_FALSE(prompts_.bannerUp);
     ASSERT_EQ(prompts_.messages.size(), 1u);
@@ -238,7 +238,7 @@ TEST_F(StartSequenceTest, AScreenThatFailsToLoadIsAFailedCall) {
 TEST_F(StartSequenceTest, AnotherErrorPassesOnWithTheArgumentsPutBack) {
     QString tmp = QStringLiteral("1234");
     EXPECT_THROW(StartScreen<SelfClosingScreen>(
-                     Context(),
+                     Context(), {},
                      [&](SelfClosingScreen&) {
                          tmp = QStringLiteral("changed");
                          throw std::logic_error("not a database error");
@@ -257,7 +257,8 @@ TEST_F(StartSequenceTest, AnOwnerThatGoesDuringTheShowTakesTheScreenWithIt) {
     int id = 3;
 
     const bool done = StartScreen<SelfClosingScreen>(
-        context, [owner](SelfClosingScreen&) { QTimer::singleShot(0, [owner] { delete owner; }); },
+        context, {},
+        [owner](SelfClosingScreen&) { QTimer::singleShot(0, [owner] { delete owner; }); },
         [&](SelfClosingScreen&) { id = 1; }, id);
 
     EXPECT_FALSE(done);
@@ -276,7 +277,7 @@ TEST_F(StartSequenceTest, AScreenPrintsThroughTheEventsOfTheInstanceThatStartedI
     CancellingSink sink;
     bool cancel = false;
 
-    StartScreen<SelfClosingScreen>(instance.StartContextFor("Test_Start"),
+    StartScreen<SelfClosingScreen>(instance.StartContextFor("Test_Start"), {},
                                    [&](SelfClosingScreen& screen) {
                                        instance.SetEventSink(&sink);
                                        screen.objParent->BeforePrint(cancel);
