@@ -10,6 +10,7 @@
 #include <QThread>
 
 #include "host/host_tables.h"
+#include "host/payer_list_window.h"
 #include "platform/db/recordset.h"
 #include "platform/db/translate_sql.h"
 #include "platform/prompts.h"
@@ -370,6 +371,10 @@ QString HostGIC::GetDelimitedField(const QString& text, const QString& separator
 
 bool HostGIC::GetGoToQuickAppoint() {
     return goToQuickAppoint_;
+}
+
+std::shared_ptr<PayerListWindow> HostGIC::GetPayerListWindow(const QString&) {
+    return std::make_shared<HostPayerList>(GetConnection());
 }
 
 QString HostGIC::GetLoginName() {

@@ -33,7 +33,6 @@ short HostGIC::GetFamilyMemberCount(int) { ORVO_PENDING(GetFamilyMemberCount); }
 bool HostGIC::GetFamilyMembers(int, QList<int>&) { ORVO_PENDING(GetFamilyMembers); }
 QString HostGIC::GetGroupNumber(int) { ORVO_PENDING(GetGroupNumber); }
 int HostGIC::GetOfficeLocationCount() { ORVO_PENDING(GetOfficeLocationCount); }
-std::shared_ptr<PayerListWindow> HostGIC::GetPayerListWindow(const QString&) { ORVO_PENDING(GetPayerListWindow); }
 QString HostGIC::GetPersonField(int, int) { ORVO_PENDING(GetPersonField); }
 QString HostGIC::GetPersonName(int, const QString&, const QString&) { ORVO_PENDING(GetPersonName); }
 QString HostGIC::GetPlanTypeCode(int) { ORVO_PENDING(GetPlanTypeCode); }

@@ -1,8 +1,10 @@
 // orvo-desk: the reference host. Opens a practice, logs in, and runs the editing component.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDialog>
 #include <QFont>
 #include <QFontDatabase>
+#include <QPointer>
 #include <QTimer>
 #include <cstdio>
 
@@ -35,6 +37,54 @@ bool WantsOffscreen(int argc, char** argv) {
     return false;
 }
 
+// Grabs the first screen that comes up into a PNG, then ends its modal show without its close
+// questions.
+class ScreenGrabber : public QObject {
+public:
+    explicit ScreenGrabber(const QString& file) : file_(file) { qApp->installEventFilter(this); }
+    bool saved() const { return saved_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* dialog = qobject_cast<QDialog*>(watched);
+        if (event->type() != QEvent::Show || !dialog || !dialog->isWindow() || done_)
+            return false;
+        done_ = true;
+        QPointer<QDialog> target(dialog);
+        QTimer::singleShot(0, this, [this, target] {
+            if (!target)
+                return;
+            saved_ = target->grab().save(file_);
+            target->hide();
+        });
+        return false;
+    }
+
+private:
+    QString file_;
+    bool done_ = false;
+    bool saved_ = false;
+};
+
+// --open METHOD:TEXT runs one start method as the program's only window; with --screenshot it
+// renders that screen as loaded instead.
+int OpenScreen(host::MainWindow& window, const QString& open, const QString& screenshot) {
+    const qsizetype colon = open.indexOf(QLatin1Char(':'));
+    if (colon < 0)
+        throw std::runtime_error("--open takes METHOD:TEXT, as Ins_Company_Start:12");
+    std::unique_ptr<ScreenGrabber> grabber;
+    if (!screenshot.isEmpty())
+        grabber = std::make_unique<ScreenGrabber>(screenshot);
+    const int id = window.RunStartMethod(open.left(colon), open.mid(colon + 1));
+    if (grabber && !grabber->saved()) {
+        throw std::runtime_error(
+            ("no screen came up, or " + screenshot + " could not be written").toStdString());
+    }
+    if (!grabber)
+        std::printf("%d\n", id);
+    return 0;
+}
+
 int Run(QApplication& app, const QCommandLineParser& args) {
     host::ComponentLoader component(host::DefaultComponentPath());
     host::PracticeOptions options;
@@ -65,6 +115,9 @@ int Run(QApplication& app, const QCommandLineParser& args) {
     }
 
     host::MainWindow window(session, gic, component);
+    const QString open = args.value(QStringLiteral("open"));
+    if (!open.isEmpty())
+        return OpenScreen(window, open, screenshot);
     if (!screenshot.isEmpty()) {
         window.show();
         QApplication::processEvents();

@@ -79,6 +79,20 @@ void MainWindow::BuildMenus() {
     file->addAction(tr("&Refresh"), this, &MainWindow::Refresh, QKeySequence::Refresh);
     file->addSeparator();
     file->addAction(tr("E&xit"), this, &QWidget::close, QKeySequence::Quit);
+    QMenu* insurance = menuBar()->addMenu(tr("&Insurance"));
+    insurance->addAction(tr("Open &Carrier..."), this, [this] {
+        OpenFromMenu(QStringLiteral("Ins_Company_Start"), false, tr("carrier"));
+    });
+    insurance->addAction(tr("&New Carrier..."), this, [this] {
+        OpenFromMenu(QStringLiteral("Ins_Company_Start"), true, tr("carrier"));
+    });
+    insurance->addSeparator();
+    insurance->addAction(tr("Open &Pharmacy..."), this, [this] {
+        OpenFromMenu(QStringLiteral("Pharmacy_Start"), false, tr("pharmacy"));
+    });
+    insurance->addAction(tr("New P&harmacy..."), this, [this] {
+        OpenFromMenu(QStringLiteral("Pharmacy_Start"), true, tr("pharmacy"));
+    });
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About"), this, [this] {
         prompts().Message(tr("ORVO Windows editing component, reference host."), Buttons::Ok,
@@ -100,6 +114,36 @@ void MainWindow::Refresh() {
         }
     } catch (const db::DatabaseError& error) {
         prompts().Message(error.describe(), Buttons::Ok, Icon::Critical, windowTitle());
+    }
+}
+
+int MainWindow::RunStartMethod(const QString& method, const QString& text) {
+    auto screen = NewEditingScreen();
+    QString argument = text;
+    int id = 0;
+    if (method == QLatin1String("Ins_Company_Start")) {
+        screen->Ins_Company_Start(argument, id);
+    } else if (method == QLatin1String("Pharmacy_Start")) {
+        screen->Pharmacy_Start(argument, id);
+    } else {
+        throw std::runtime_error(("unknown start method " + method).toStdString());
+    }
+    return id;
+}
+
+void MainWindow::OpenFromMenu(const QString& method, bool asNew, const QString& noun) {
+    const QString title = asNew ? tr("New %1").arg(noun) : tr("Open %1").arg(noun);
+    const auto answer = prompts().Input(
+        asNew ? tr("Name of the new %1:").arg(noun) : tr("ID number of the %1:").arg(noun), title);
+    if (!answer || answer->trimmed().isEmpty())
+        return;
+    const QString text = asNew ? QStringLiteral("NEW") + answer->trimmed() : answer->trimmed();
+    try {
+        const int id = RunStartMethod(method, text);
+        statusBar()->showMessage(tr("%1 returned the id %2").arg(method).arg(id));
+        Refresh();
+    } catch (const std::exception& error) {
+        prompts().Message(QString::fromLocal8Bit(error.what()), Buttons::Ok, Icon::Critical, title);
     }
 }
 

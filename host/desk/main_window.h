@@ -26,8 +26,15 @@ public:
     // Re-reads the figures shown.
     void Refresh();
 
+    // Runs a start method of the component by its name ("Ins_Company_Start",
+    // "Pharmacy_Start") with its text argument (an id, or "NEW" and a name) and answers the id
+    // it gives back. An unknown method throws.
+    int RunStartMethod(const QString& method, const QString& text);
+
 private:
     void BuildMenus();
+    // Asks for an id or a name, runs the start method, and tells what came back.
+    void OpenFromMenu(const QString& method, bool asNew, const QString& noun);
     // Creates an editing screen instance bound to this host.
     std::unique_ptr<EditingScreen> NewEditingScreen();
 
