@@ -160,7 +160,12 @@ int main(int argc, char** argv) {
         {QStringLiteral("login"), QStringLiteral("Log in as NAME without the login dialog."),
          QStringLiteral("NAME")},
         {QStringLiteral("screenshot"),
-         QStringLiteral("Render the main window to a PNG file and exit."), QStringLiteral("FILE")},
+         QStringLiteral("Render the main window (or the --open screen) to a PNG file and exit."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("open"),
+         QStringLiteral("Open one screen as the only window and print the id it gives back, as "
+                        "Ins_Company_Start:12 or \"Pharmacy_Start:NEWMain Street Pharmacy\"."),
+         QStringLiteral("METHOD:TEXT")},
     });
     args.process(app);
     try {
