@@ -17,10 +17,20 @@
 #include <utility>
 
 #include "component/public/gic.h"
+#include "platform/lock_files.h"
 #include "platform/prompts.h"
 
 namespace orvo::component {
 namespace {
+
+using lockfiles::AsStored;
+using lockfiles::HolderPath;
+using lockfiles::kSlotKeySize;
+using lockfiles::kSlotSize;
+using lockfiles::kStationWidth;
+using lockfiles::ReadProfileString;
+using lockfiles::SlotKey;
+using lockfiles::SlotStation;
 
 Q_LOGGING_CATEGORY(lcLocks, "orvo.locks")
 
@@ -29,11 +39,6 @@ const QString kCrLf = QStringLiteral("\r\n");
 const QString kReadOnlyOffer =
     QStringLiteral("Click [OK] to open a read-only copy of this patient's record.");
 
-constexpr qsizetype kSlotSize = 40;
-constexpr qsizetype kSlotKeySize = 25;
-constexpr qsizetype kTableKeyWidth = 15;
-constexpr qsizetype kRecordIdWidth = 10;
-constexpr qsizetype kStationWidth = 15;
 constexpr qsizetype kTableHolderSize = 25;
 constexpr int kTableNameWidth = 8;
 // A name that keeps being released and taken again between our open and our lock is, for all
@@ -75,15 +80,6 @@ void EnsureTempFolder(GIC& gic) {
     const QString folder = TempFolder(gic);
     if (!QDir().mkpath(folder))
         qCWarning(lcLocks) << "Cannot create the lock folder" << folder;
-}
-
-QString HolderPath(const QString& lockPath) {
-    return lockPath + QStringLiteral(".UserData");
-}
-
-// The slot files hold one byte per character.
-QString AsStored(const QString& text) {
-    return QString::fromLatin1(text.toLatin1());
 }
 
 enum class OpenResult { Locked, Refused, TooManyFiles, Failed };
@@ -151,35 +147,9 @@ void DeleteHeldFiles(int fd, const QString& lockPath) {
     ::unlink(native.constData());
 }
 
-// A profile file of the form "[SECTION]" / "KEY=value" lines; keys and sections in any case.
-QString ReadProfileString(const QString& path, const QString& section, const QString& key) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QString();
-    bool inSection = false;
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    for (const QString& raw : lines) {
-        const QString line = raw.trimmed();
-        if (line.startsWith(QLatin1Char('[')) && line.endsWith(QLatin1Char(']'))) {
-            inSection =
-                line.mid(1, line.size() - 2).trimmed().compare(section, Qt::CaseInsensitive) == 0;
-            continue;
-        }
-        if (!inSection)
-            continue;
-        const qsizetype equals = line.indexOf(QLatin1Char('='));
-        if (equals > 0 && line.left(equals).trimmed().compare(key, Qt::CaseInsensitive) == 0) {
-            return line.mid(equals + 1).trimmed();
-        }
-    }
-    return QString();
-}
-
 void WriteRecordHolder(GIC& gic, const QString& lockPath) {
-    const QString text = QStringLiteral("[DATA]") + kCrLf + QStringLiteral("USER=") +
-                         gic.GetLoginName() + kCrLf + QStringLiteral("STNID=") +
-                         gic.GetStationID() + kCrLf + QStringLiteral("COMP=") +
-                         gic.GetComputerName() + kCrLf;
+    const QString text = lockfiles::RecordHolderText(
+        {gic.GetLoginName(), gic.GetStationID(), gic.GetComputerName()});
     // Written aside and renamed, so that a station refused meanwhile reads a whole file. Not
     // synced: the file means nothing once the lock is gone, and a crash takes the lock with it.
     const QString holderPath = HolderPath(lockPath);
@@ -235,15 +205,6 @@ void TellTooManyFiles(int numberTried) {
         QStringLiteral("\r\r") + QStringLiteral("The current limit is : ") +
         QString::number(numberTried - 1) + QStringLiteral(" of 255 maximum.");
     prompts().Message(text, Buttons::Ok, Icon::None, kProgramTitle);
-}
-
-QString SlotKey(const QString& tableKey, int recordId) {
-    return AsStored(tableKey.toUpper()).left(kTableKeyWidth).leftJustified(kTableKeyWidth) +
-           QString::number(recordId).right(kRecordIdWidth).rightJustified(kRecordIdWidth);
-}
-
-QString SlotStation(const QString& stationId) {
-    return AsStored(stationId).right(kStationWidth).rightJustified(kStationWidth);
 }
 
 // Free slots are looked for on slot boundaries only, so that the blank end of one slot and the

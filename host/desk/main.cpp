@@ -7,12 +7,14 @@
 #include <QPointer>
 #include <QTimer>
 #include <cstdio>
+#include <functional>
 
 #include "host/component_loader.h"
 #include "host/demo_data.h"
 #include "host/desk/login_dialog.h"
 #include "host/desk/main_window.h"
 #include "host/host_gic.h"
+#include "host/lock_report.h"
 #include "host/login.h"
 #include "host/practice.h"
 #include "platform/prompts.h"
@@ -29,68 +31,82 @@ void UseFixedLook() {
     QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
-bool WantsOffscreen(int argc, char** argv) {
+bool WantsOffscreen(int argc, char** argv, const char* flag) {
     for (int i = 1; i < argc; ++i) {
-        if (QByteArray(argv[i]) == "--screenshot")
+        if (QByteArray(argv[i]) == flag)
             return true;
     }
     return false;
 }
 
-// Grabs the first screen that comes up into a PNG, then ends its modal show without its close
-// questions.
-class ScreenGrabber : public QObject {
+// Acts on the first screen that comes up, once its modal show is running.
+class FirstScreenWatcher : public QObject {
 public:
-    explicit ScreenGrabber(const QString& file) : file_(file) { qApp->installEventFilter(this); }
-    bool saved() const { return saved_; }
+    explicit FirstScreenWatcher(std::function<void(QDialog&)> act) : act_(std::move(act)) {
+        qApp->installEventFilter(this);
+    }
+    bool seen() const { return seen_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* dialog = qobject_cast<QDialog*>(watched);
-        if (event->type() != QEvent::Show || !dialog || !dialog->isWindow() || done_)
+        if (event->type() != QEvent::Show || !dialog || !dialog->isWindow() || seen_)
             return false;
-        done_ = true;
+        seen_ = true;
         QPointer<QDialog> target(dialog);
         QTimer::singleShot(0, this, [this, target] {
-            if (!target)
-                return;
-            saved_ = target->grab().save(file_);
-            target->hide();
+            if (target)
+                act_(*target);
         });
         return false;
     }
 
 private:
-    QString file_;
-    bool done_ = false;
-    bool saved_ = false;
+    std::function<void(QDialog&)> act_;
+    bool seen_ = false;
 };
 
-// --open METHOD:TEXT runs one start method as the program's only window; with --screenshot it
-// renders that screen as loaded instead.
+// --open METHOD:TEXT runs one start method as the program's only window and prints the id it
+// gives back; a line "shown: <caption>" tells a watching program (a second station in a test)
+// that the screen is up and holds its lock. With --screenshot the screen is rendered as loaded
+// instead, and closed without its questions.
 int OpenScreen(host::MainWindow& window, const QString& open, const QString& screenshot) {
     const qsizetype colon = open.indexOf(QLatin1Char(':'));
     if (colon < 0)
         throw std::runtime_error("--open takes METHOD:TEXT, as Ins_Company_Start:12");
-    std::unique_ptr<ScreenGrabber> grabber;
-    if (!screenshot.isEmpty())
-        grabber = std::make_unique<ScreenGrabber>(screenshot);
+    bool saved = false;
+    FirstScreenWatcher watcher([&](QDialog& screen) {
+        if (screenshot.isEmpty()) {
+            std::printf("shown: %s\n", qPrintable(screen.windowTitle()));
+            std::fflush(stdout);
+            return;
+        }
+        saved = screen.grab().save(screenshot);
+        screen.hide();
+    });
     const int id = window.RunStartMethod(open.left(colon), open.mid(colon + 1));
-    if (grabber && !grabber->saved()) {
+    if (!screenshot.isEmpty() && !saved) {
         throw std::runtime_error(
             ("no screen came up, or " + screenshot + " could not be written").toStdString());
     }
-    if (!grabber)
+    if (screenshot.isEmpty())
         std::printf("%d\n", id);
     return 0;
 }
 
 int Run(QApplication& app, const QCommandLineParser& args) {
+    if (args.isSet(QStringLiteral("locks"))) {
+        const QString data = args.value(QStringLiteral("data"));
+        std::fputs(qPrintable(host::LockReport(data.isEmpty() ? host::DefaultDataDir() : data)),
+                   stdout);
+        return 0;
+    }
     host::ComponentLoader component(host::DefaultComponentPath());
     host::PracticeOptions options;
     options.dataDir = args.value(QStringLiteral("data"));
     options.pgConnInfo = args.value(QStringLiteral("pg"));
     options.stationId = args.value(QStringLiteral("station"));
+    options.pgSchema = args.value(QStringLiteral("pg-schema"));
     host::HostSession session = host::OpenPractice(options, host::PracticeCatalog(component));
     if (args.isSet(QStringLiteral("demo")))
         host::SeedDemoPractice(session);
@@ -133,7 +149,8 @@ int Run(QApplication& app, const QCommandLineParser& args) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const bool screenshot = WantsOffscreen(argc, argv);
+    const bool screenshot =
+        WantsOffscreen(argc, argv, "--screenshot") || WantsOffscreen(argc, argv, "--locks");
     if (screenshot) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("QT_SCALE_FACTOR", "1");
@@ -162,6 +179,11 @@ int main(int argc, char** argv) {
         {QStringLiteral("screenshot"),
          QStringLiteral("Render the main window (or the --open screen) to a PNG file and exit."),
          QStringLiteral("FILE")},
+        {QStringLiteral("locks"),
+         QStringLiteral("List the locks held in the data folder, and by whom, then exit.")},
+        {QStringLiteral("pg-schema"),
+         QStringLiteral("With --pg: the schema that holds the practice (a test's own)."),
+         QStringLiteral("SCHEMA")},
         {QStringLiteral("open"),
          QStringLiteral("Open one screen as the only window and print the id it gives back, as "
                         "Ins_Company_Start:12 or \"Pharmacy_Start:NEWMain Street Pharmacy\"."),

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -143,6 +144,7 @@ bool Runner::Run(const Scenario& scenario) {
     } catch (const std::exception& error) {
         Fail(QString::fromLocal8Bit(error.what()));
     }
+    CloseOtherStations();
     editing_.reset();
     SetPrompts(nullptr);
     prompts_.reset();
@@ -265,6 +267,8 @@ void Runner::Do(const Step& raw) {
             Throw(QStringLiteral("not a MM/DD/YYYY date"));
     } else if (verb == QLatin1String("call")) {
         Call(step);
+    } else if (verb == QLatin1String("station")) {
+        OpenOnOtherStation(step);
     } else if (verb == QLatin1String("check-arg")) {
         NeedArgs(step, 2);
         const int index = step.args[0].toInt();
@@ -398,6 +402,66 @@ void Runner::Do(const Step& raw) {
     } else {
         Throw(QStringLiteral("unknown step"));
     }
+}
+
+// "station NAME opens METHOD TEXT [as LOGIN]" starts orvo-desk as station NAME on this
+// practice with that one screen open, and goes on once the screen is up (and so holds its lock).
+// "station NAME closes" ends it, as a station that is switched off: its locks go with it.
+void Runner::OpenOnOtherStation(const Step& step) {
+    NeedArgs(step, 2);
+    const QString name = step.args[0];
+    if (step.args[1] == QLatin1String("closes")) {
+        auto it = stations_.find(name);
+        if (it == stations_.end())
+            Throw(QStringLiteral("no station %1 is running").arg(name));
+        it->second->kill();
+        it->second->waitForFinished(10000);
+        stations_.erase(it);
+        return;
+    }
+    if (step.args[1] != QLatin1String("opens") || step.args.size() < 4) {
+        Throw(QStringLiteral("station NAME opens METHOD TEXT [as LOGIN], or station NAME closes"));
+    }
+    if (stations_.count(name))
+        Throw(QStringLiteral("station %1 is running already").arg(name));
+    const QString login = step.args.size() >= 6 && step.args[4] == QLatin1String("as")
+                              ? step.args[5]
+                              : QStringLiteral("SUPERVISOR");
+    QStringList arguments{
+        QStringLiteral("--data"),    session_->dataPath,
+        QStringLiteral("--station"), name,
+        QStringLiteral("--login"),   login,
+        QStringLiteral("--open"),    step.args[2] + QLatin1Char(':') + step.args[3]};
+    if (!options_.pgConnInfo.isEmpty()) {
+        arguments << QStringLiteral("--pg") << options_.pgConnInfo << QStringLiteral("--pg-schema")
+                  << pgSchema_;
+    }
+    auto process = std::make_unique<QProcess>();
+    process->setProcessChannelMode(QProcess::SeparateChannels);
+    process->start(QCoreApplication::applicationDirPath() + QStringLiteral("/orvo-desk"),
+                   arguments);
+    if (!process->waitForStarted(10000))
+        Throw(QStringLiteral("orvo-desk did not start: ") + process->errorString());
+    QByteArray said;
+    QDeadlineTimer deadline(30000);
+    while (!said.contains("shown: ")) {
+        if (deadline.hasExpired() || process->state() == QProcess::NotRunning) {
+            Throw(QStringLiteral("station %1 did not show its screen: %2 %3")
+                      .arg(name, QString::fromLocal8Bit(said),
+                           QString::fromLocal8Bit(process->readAllStandardError())));
+        }
+        process->waitForReadyRead(200);
+        said += process->readAllStandardOutput();
+    }
+    stations_[name] = std::move(process);
+}
+
+void Runner::CloseOtherStations() {
+    for (auto& [name, process] : stations_) {
+        process->kill();
+        process->waitForFinished(10000);
+    }
+    stations_.clear();
 }
 
 void Runner::Call(const Step& step) {

@@ -3,7 +3,9 @@
 #include <QDialog>
 #include <QObject>
 #include <QPointer>
+#include <QProcess>
 #include <QString>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -54,6 +56,8 @@ private:
     QDialog* ActiveScreen() const;
     QWidget* Control(const Step& step, int argIndex = 0) const;
     QString Expand(const QString& text) const;
+    void OpenOnOtherStation(const Step& step);
+    void CloseOtherStations();
 
     RunOptions options_;
     host::ComponentLoader& component_;
@@ -67,6 +71,8 @@ private:
     QStringList lastArgs_;
     QString failure_;
     QString pgSchema_;
+    // Other stations: orvo-desk processes on the same practice, each holding one screen open.
+    std::map<QString, std::unique_ptr<QProcess>> stations_;
 };
 
 }  // namespace orvo::scenario
