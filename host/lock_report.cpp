@@ -75,9 +75,9 @@ QString LockReport(const QString& dataPath) {
         QFile file(stationFile);
         if (!file.open(QIODevice::ReadOnly))
             continue;
-        const auto slots = lockfiles::ParseStationList(QString::fromLatin1(file.readAll()));
-        out << "  " << name.chopped(4) << ": " << slots.size() << " slot(s)\n";
-        for (const auto& slot : slots) {
+        const auto taken = lockfiles::ParseStationList(QString::fromLatin1(file.readAll()));
+        out << "  " << name.chopped(4) << ": " << taken.size() << " slot(s)\n";
+        for (const auto& slot : taken) {
             out << QStringLiteral("    %1 record %2 (station %3)\n")
                        .arg(slot.tableKey.leftJustified(15), slot.recordId, slot.station);
         }

@@ -63,16 +63,16 @@ QString SlotStation(const QString& stationId) {
 }
 
 QList<StationSlot> ParseStationList(const QString& text) {
-    QList<StationSlot> slots;
+    QList<StationSlot> taken;
     for (qsizetype at = 0; at + kSlotSize <= text.size(); at += kSlotSize) {
         const QStringView slot = QStringView(text).mid(at, kSlotSize);
         if (slot.trimmed().isEmpty())
             continue;
-        slots.append({slot.left(kTableKeyWidth).trimmed().toString(),
+        taken.append({slot.left(kTableKeyWidth).trimmed().toString(),
                       slot.mid(kTableKeyWidth, kRecordIdWidth).trimmed().toString(),
                       slot.mid(kSlotKeySize, kStationWidth).trimmed().toString()});
     }
-    return slots;
+    return taken;
 }
 
 bool IsLockedElsewhere(const QString& path) {
