@@ -1,5 +1,7 @@
 #include "insurance/ins_screen.h"
 
+#include "component/record_lock.h"
+
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -51,8 +53,6 @@ const QString kEditRight = QStringLiteral("EDIT-EMP-INS");
 // A pharmacy keeps no prefix.
 const char* const kColumnSuffixes[] = {"",    "Nam",  "Add1", "Add2", "Cit",  "Sta", "Zip",
                                        "Tel", "Tel2", "Fax",  "Rem1", "Rem2", "Ema", "PreFix"};
-
-constexpr int kNewRecordLock = 9999;
 
 // Clean-ups of a field left with a change: names and addresses in mixed case, the state in
 // capitals, phone numbers in the host's format.
@@ -157,7 +157,7 @@ void insScreen::Setup_Screen(bool IsPharmacy, const QString& Command, int Record
         Modified = false;
     } else {
         IsNewRecord = true;
-        RecordLock = kNewRecordLock;
+        RecordLock = component::kNewRecordLock;
         ApplyCommand(Command);
     }
     Loading = false;
@@ -470,11 +470,14 @@ void insScreen::done(int result) {
     QDialog::done(result);
 }
 
-int insScreen::TakeRecordLock(const QString& /*tableKey*/, int /*recordId*/) {
-    return 1;
+int insScreen::TakeRecordLock(const QString& tableKey, int recordId) {
+    lockTableKey_ = tableKey;
+    return component::LockRecord(gic_, tableKey, recordId, true);
 }
 
-void insScreen::ReleaseRecordLock() {}
+void insScreen::ReleaseRecordLock() {
+    component::UnlockRecord(gic_, lockTableKey_, RecordID, RecordLock);
+}
 
 void insScreen::ShowActionError(const QString& description) {
     prompts().Message(description, Buttons::Ok, Icon::Critical, windowTitle());

@@ -73,8 +73,8 @@ public:
     void done(int result) override;
 
 protected:
-    // Where the record lock on tableKey/recordId is taken. Locks are not built yet: the screen
-    // gets a nonzero number, as if every lock were granted. 0 would open the row read only.
+    // Where the record lock on tableKey/recordId is taken: its number, or 0 when another
+    // station holds the row (the person has been told who), which opens it read only.
     virtual int TakeRecordLock(const QString& tableKey, int recordId);
     // Where the lock is given back, once, when the screen closes.
     virtual void ReleaseRecordLock();
@@ -104,6 +104,7 @@ private:
     GIC& gic_;
     std::unique_ptr<Ui::insScreen> ui_;
     std::array<bool, 14> pendingCleanUp_{};
+    QString lockTableKey_;
     bool lockHeld_ = false;
 };
 
