@@ -372,6 +372,8 @@ TEST_P(InsScreenTest, WhoMayEditWhat) {
         EXPECT_TRUE(screen->Command3D2[2]->isEnabled());
     }
 
+    // Each screen holds the carrier's lock while it lives; the next one opens after it.
+    shared.reset();
     host::GrantRight(Db(), "clerk", 0, "EDIT-EMP-INS");
     auto granted = Open(false, QString(), carrier);
     EXPECT_TRUE(granted->CanEdit);
@@ -379,11 +381,13 @@ TEST_P(InsScreenTest, WhoMayEditWhat) {
     EXPECT_TRUE(granted->cmdLin[1]->isEnabled());
     EXPECT_FALSE(granted->Command3D1[0]->isEnabled());
 
+    granted.reset();
     host_->WriteSetting("DEFAULT_OFFICE_SETUP", "ELECTRONIC_CLAIMS", 0, false);
     auto noClaims = Open(false, QString(), carrier);
     EXPECT_TRUE(noClaims->Command3D2[2]->isEnabled());
     EXPECT_FALSE(noClaims->cmdLin[0]->isEnabled());
 
+    noClaims.reset();
     // A row locked by another station shows read only and never asks to save.
     auto locked = Open<LockedScreen>(false, QString(), carrier);
     EXPECT_TRUE(locked->Text1[2]->isReadOnly());
