@@ -14,6 +14,7 @@
 #include "component/session.h"
 #include "insurance/insurance_tables.h"
 #include "platform/schema/schema.h"
+#include "tools/tools_tables.h"
 
 namespace orvo::component {
 namespace {
@@ -125,4 +126,5 @@ void OrvoDeclareTables(schema::Catalog* catalog) {
     if (!catalog)
         return;
     insurance::DeclareInsuranceTables(*catalog);
+    tools::DeclareToolsTables(*catalog);
 }

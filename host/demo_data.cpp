@@ -1,6 +1,7 @@
 #include "host/demo_data.h"
 
 #include "host/login.h"
+#include "host/zip_demo_data.h"
 #include "platform/db/recordset.h"
 
 namespace orvo::host {
@@ -151,6 +152,7 @@ bool SeedDemoPractice(HostSession& session) {
     GrantRight(c, QStringLiteral("MANAGER"), session.officeLocationId,
                QStringLiteral("LINK-EMP-INS"));
     transaction.Commit();
+    SeedDemoZipCodes(c);
     return true;
 }
 

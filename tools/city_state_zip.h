@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QObject>
+#include <QPointer>
+#include <array>
+#include <functional>
+
+#include "component/public/gic.h"
+#include "tools/zip_code.h"
+
+class QAbstractButton;
+
+namespace orvo::tools {
+
+class ZipCode_Panel;
+
+// The city, state and zip fields of one address, tied to the city, state and zip list. A screen
+// makes one per address and attaches its three fields:
+//
+//   zip_ = new CityStateZip(gic_, this);
+//   zip_->Attach(cityEdit, stateEdit, zipEdit, cityButton, zipButton);
+//   zip_->SetRecordHasAddress([this] { return !IsNewRecord; });
+//
+// Then typing in the city or the zip lists the rows from the typed text on (ZipCode_Panel under
+// the field); Up and Down move in the list, Enter or a click chooses, Escape closes it. F9 in the
+// city or zip field, or the field's button, opens the list on the field's text. Choosing writes
+// the three fields with setText (so textChanged tells the screen). Leaving the field with text
+// that no row holds offers to add it; a whole line such as "Springfield, IL 62704", or a zip,
+// that a row holds fills the three fields from it.
+//
+// Keys are taken through an event filter on the two fields, installed by Attach: attach after
+// the screen installs its own filter, so that Up, Down, Enter and Escape reach the list first
+// while it is shown, and the screen otherwise.
+class CityStateZip : public QObject {
+    Q_OBJECT
+public:
+    explicit CityStateZip(GIC& gic, QObject* parent = nullptr);
+    ~CityStateZip() override;
+
+    // Either button may be null.
+    void Attach(QLineEdit* city, QLineEdit* state, QLineEdit* zip,
+                QAbstractButton* cityButton = nullptr, QAbstractButton* zipButton = nullptr);
+
+    // Whether the record on the screen holds an address that a chosen row would replace; when
+    // it does and the row differs, "Update City, State, and Zipcode?" is asked first. By default
+    // it does when the fields, as the screen last set them, hold any text.
+    void SetRecordHasAddress(std::function<bool()> test);
+    // Rows the list shows (and each search reads), when the window has room for them.
+    void SetVisibleRows(int rows);
+
+    // What F9 and the lookup buttons do: the list under the field, on its text.
+    void Lookup(ZipMode mode);
+    void HidePanel();
+    // The panel, once it has been shown.
+    ZipCode_Panel* panel() const { return panel_; }
+
+    ZipParts Current() const;
+    // The address on the record: the three fields as the screen last set them (with setText,
+    // as a screen loads its record), not as the person typed or the list wrote them.
+    const ZipParts& onRecord() const { return onRecord_; }
+
+signals:
+    // The three fields now hold a chosen row.
+    void addressChosen(const orvo::tools::ZipParts& parts);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QLineEdit* Field(ZipMode mode) const;
+    bool& Edited(ZipMode mode) { return edited_[mode == ZipMode::City ? 0 : 1]; }
+    void OnTextChanged(const QLineEdit* field, QString ZipParts::*part);
+    ZipCode_Panel& Panel();
+    void ShowPanel(ZipMode mode);
+    void Search(ZipMode mode, const QString& text);
+    void OnTextEdited(ZipMode mode, const QString& text);
+    bool OnKey(int key);
+    void OnLeft(ZipMode mode);
+    void Leave(ZipMode mode, const QString& entry);
+    void Apply(const ZipRow& row);
+    void Write(const ZipParts& parts);
+
+    GIC& gic_;
+    QPointer<QLineEdit> city_;
+    QPointer<QLineEdit> state_;
+    QPointer<QLineEdit> zip_;
+    QPointer<ZipCode_Panel> panel_;
+    std::function<bool()> recordHasAddress_;
+    ZipParts onRecord_;
+    // The person has typed in the city (0) or zip (1) field since its text last matched a row.
+    std::array<bool, 2> edited_{};
+    bool writing_ = false;
+    int wantedRows_ = 0;
+};
+
+}  // namespace orvo::tools
