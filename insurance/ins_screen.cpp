@@ -1,6 +1,7 @@
 #include "insurance/ins_screen.h"
 
 #include "component/record_lock.h"
+#include "tools/city_state_zip.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -122,6 +123,12 @@ insScreen::insScreen(GIC& gic, QWidget* parent)
                 Modified = true;
         });
     }
+
+    // City, state and zip fill each other from the zip table; attached after the screen's own
+    // key handling, so that the panel sees Up, Down and Enter first while it is open.
+    zip_ = new tools::CityStateZip(gic_, this);
+    zip_->Attach(Text1[4], Text1[5], Text1[6], Command3D1[0], Command3D1[1]);
+    zip_->SetRecordHasAddress([this] { return !IsNewRecord; });
 
     connect(Command3D2[2], &QPushButton::clicked, this, [this] {
         Command3D2[2]->setProperty("Tag", QString::fromLatin1(kOkTag));
@@ -268,6 +275,8 @@ void insScreen::SetEditRights() {
         Text1[i]->setReadOnly(!editable);
     txtNEA->setReadOnly(!editable);
     Command3D2[2]->setEnabled(editable);
+    for (QToolButton* lookup : Command3D1)
+        lookup->setEnabled(editable);
     const bool electronicClaims = gic_.ReadSetting(QStringLiteral("DEFAULT_OFFICE_SETUP"),
                                                    QStringLiteral("ELECTRONIC_CLAIMS"), 0, true)
                                       .toBool();

@@ -12,6 +12,10 @@ class QLineEdit;
 class QPushButton;
 class QToolButton;
 
+namespace orvo::tools {
+class CityStateZip;
+}
+
 namespace orvo::insurance {
 
 namespace Ui {
@@ -104,6 +108,7 @@ private:
     GIC& gic_;
     std::unique_ptr<Ui::insScreen> ui_;
     std::array<bool, 14> pendingCleanUp_{};
+    tools::CityStateZip* zip_ = nullptr;
     QString lockTableKey_;
     bool lockHeld_ = false;
 };

@@ -379,7 +379,7 @@ TEST_P(InsScreenTest, WhoMayEditWhat) {
     EXPECT_TRUE(granted->CanEdit);
     EXPECT_TRUE(granted->Command3D2[2]->isEnabled());
     EXPECT_TRUE(granted->cmdLin[1]->isEnabled());
-    EXPECT_FALSE(granted->Command3D1[0]->isEnabled());
+    EXPECT_TRUE(granted->Command3D1[0]->isEnabled());
 
     granted.reset();
     host_->WriteSetting("DEFAULT_OFFICE_SETUP", "ELECTRONIC_CLAIMS", 0, false);
