@@ -8,12 +8,11 @@
 
 #include "component/public/gic.h"
 #include "tools/zip_code.h"
+#include "tools/zip_code_panel.h"
 
 class QAbstractButton;
 
 namespace orvo::tools {
-
-class ZipCode_Panel;
 
 // The city, state and zip fields of one address, tied to the city, state and zip list. A screen
 // makes one per address and attaches its three fields:
