@@ -190,10 +190,15 @@ void CaseNumber(QString& text, qsizetype begin, qsizetype end) {
         text[i] = text[i].toLower();
 }
 
-// One run of letters and digits. A run typed in mixed case ("McDonald") is left as it is.
+// One run of letters and digits. A run typed in mixed case ("McDonald") is left as it is, and
+// so is a code of letters and digits ("M5V", a postal code).
 void CaseWord(QString& text, qsizetype begin, qsizetype end) {
     if (text[begin].isDigit())
         return CaseNumber(text, begin, end);
+    for (qsizetype i = begin; i < end; ++i) {
+        if (text[i].isDigit())
+            return;
+    }
     bool lower = false;
     bool upper = false;
     for (qsizetype i = begin; i < end; ++i) {

@@ -29,6 +29,7 @@ TEST_F(HostHelpersTest, ProperCaseCapitalisesWordsTypedInOneCase) {
         {"DE LA CRUZ, MaryLou", "De La Cruz, MaryLou"},
         {"123 MAIN ST, APT 3B", "123 Main St, Apt 3B"},
         {"3RD AVE", "3rd Ave"},
+        {"TORONTO ON M5V 3L9", "Toronto On M5V 3L9"},
         {"JOHN'S PLACE", "John's Place"},
         {"  ÉCOLE  rue ", "  École  Rue "},
         {"", ""},

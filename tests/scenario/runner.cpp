@@ -186,6 +186,10 @@ void Runner::RunSteps() {
         const Step& step = scenario_->steps[pc_++];
         try {
             Do(step);
+            // A person waits for the screen to settle before the next thing: what the step set
+            // going (a question asked once the focus has moved, a list filled) runs now.
+            for (int i = 0; i < 3; ++i)
+                QCoreApplication::processEvents();
         } catch (const std::exception& error) {
             Fail(QStringLiteral("line %1 (%2): %3")
                      .arg(step.line)
