@@ -234,7 +234,9 @@ QString ZipLine(ZipMode mode, const ZipParts& parts) {
     return (parts.zip + QLatin1Char(' ') + place).trimmed();
 }
 
-ZipParts SplitZipEntry(GIC& gic, ZipMode mode, const QString& entry) {
+namespace {
+
+ZipParts SplitZipEntryAsTyped(GIC& gic, ZipMode mode, const QString& entry) {
     const QString text = entry.simplified();
     ZipParts parts;
     if (mode == ZipMode::City) {
@@ -262,6 +264,15 @@ ZipParts SplitZipEntry(GIC& gic, ZipMode mode, const QString& entry) {
         parts.city = CleanCity(place.left(comma));
         parts.state = place.mid(comma + 1).trimmed();
     }
+    return parts;
+}
+
+}  // namespace
+
+ZipParts SplitZipEntry(GIC& gic, ZipMode mode, const QString& entry) {
+    // A state is a code, whatever case the line was typed or cleaned up in.
+    ZipParts parts = SplitZipEntryAsTyped(gic, mode, entry);
+    parts.state = parts.state.toUpper();
     return parts;
 }
 
