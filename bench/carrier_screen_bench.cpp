@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include "bench/gen/bench_support.h"
 #include "component/public/editing_screen.h"
 #include "host/component_loader.h"
 #include "host/demo_data.h"
@@ -38,8 +39,10 @@ struct Practice {
     std::unique_ptr<host::HostGIC> gic;
 };
 
+// Made on first use, and closed in main while the application object still lives.
+std::unique_ptr<Practice> practices[2];
+
 Practice& PracticeFor(db::Engine engine) {
-    static std::unique_ptr<Practice> practices[2];
     auto& p = practices[engine == db::Engine::Sqlite ? 0 : 1];
     if (p)
         return *p;
@@ -62,16 +65,8 @@ Practice& PracticeFor(db::Engine engine) {
     return *p;
 }
 
-bool Skip(benchmark::State& state, db::Engine engine) {
-    if (engine == db::Engine::Postgres && qEnvironmentVariableIsEmpty("ORVO_TEST_PG")) {
-        state.SkipWithError("ORVO_TEST_PG is not set");
-        return true;
-    }
-    return false;
-}
-
 void OpenCarrierScreen(benchmark::State& state, db::Engine engine) {
-    if (Skip(state, engine))
+    if (bench::SkipWithoutEngine(state, engine))
         return;
     Practice& p = PracticeFor(engine);
     CloseOnShow closer;
@@ -89,7 +84,7 @@ void OpenCarrierScreen(benchmark::State& state, db::Engine engine) {
 
 // The reads behind opening carrier 1: its row, its payer, the right, the claims setting.
 void BareReads(benchmark::State& state, db::Engine engine) {
-    if (Skip(state, engine))
+    if (bench::SkipWithoutEngine(state, engine))
         return;
     Practice& p = PracticeFor(engine);
     db::Connection& c = *p.session.connection;
@@ -122,11 +117,8 @@ BENCHMARK_CAPTURE(OpenCarrierScreen, Postgres, db::Engine::Postgres)->Unit(bench
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return orvo::bench::RunBenchmarks(argc, argv, [] {
+        for (auto& p : practices)
+            p.reset();
+    });
 }

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "bench/gen/bench_support.h"
 #include "component/record_lock.h"
 #include "host/host_gic.h"
 #include "host/host_session.h"
@@ -82,9 +83,5 @@ BENCHMARK(LockAndUnlockRecord)->Arg(0)->Arg(20)->Unit(benchmark::kMicrosecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return orvo::bench::RunBenchmarks(argc, argv);
 }

@@ -7,6 +7,7 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
+#include "bench/gen/bench_support.h"
 #include "platform/db/recordset.h"
 #include "platform/schema/schema.h"
 
@@ -19,23 +20,12 @@ constexpr int kRows = 20000;
 struct Fixture {
     QTemporaryDir dir;
     std::shared_ptr<db::Connection> connection;
-    QString pgSchema;
 };
 
 std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     auto f = std::make_unique<Fixture>();
-    db::ConnectionOptions options;
-    options.engine = engine;
-    if (engine == db::Engine::Sqlite) {
-        options.sqliteFile = f->dir.filePath("bench.db");
-    } else {
-        options.pgConnInfo = qEnvironmentVariable("ORVO_TEST_PG");
-        f->pgSchema = QStringLiteral("bench_%1").arg(QCoreApplication::applicationPid());
-        auto admin = db::Connection::Open(options);
-        admin->Execute(QStringLiteral("DROP SCHEMA IF EXISTS %1 CASCADE").arg(f->pgSchema));
-        admin->Execute(QStringLiteral("CREATE SCHEMA %1").arg(f->pgSchema));
-        options.pgSchema = f->pgSchema;
-    }
+    const db::ConnectionOptions options =
+        bench::BenchDatabase(engine, f->dir, QStringLiteral("recordset_bench"));
     f->connection = db::Connection::Open(options);
     schema::Catalog catalog;
     catalog.Add({"InsCoTable",
@@ -69,16 +59,8 @@ Fixture& FixtureFor(db::Engine engine) {
 const QString kSelect =
     QStringLiteral("SELECT InsCoInd, InsCoNam, InsCoCit, InsCoZip FROM InsCoTable");
 
-bool Skip(benchmark::State& state, db::Engine engine) {
-    if (engine == db::Engine::Postgres && qEnvironmentVariableIsEmpty("ORVO_TEST_PG")) {
-        state.SkipWithError("ORVO_TEST_PG is not set");
-        return true;
-    }
-    return false;
-}
-
 void BareQtLoop(benchmark::State& state, db::Engine engine) {
-    if (Skip(state, engine))
+    if (bench::SkipWithoutEngine(state, engine))
         return;
     auto& connection = *FixtureFor(engine).connection;
     const QString sql = connection.Translate(kSelect);
@@ -97,7 +79,7 @@ void BareQtLoop(benchmark::State& state, db::Engine engine) {
 }
 
 void RecordsetByIndex(benchmark::State& state, db::Engine engine) {
-    if (Skip(state, engine))
+    if (bench::SkipWithoutEngine(state, engine))
         return;
     auto& connection = *FixtureFor(engine).connection;
     for (auto _ : state) {
@@ -111,7 +93,7 @@ void RecordsetByIndex(benchmark::State& state, db::Engine engine) {
 }
 
 void RecordsetByName(benchmark::State& state, db::Engine engine) {
-    if (Skip(state, engine))
+    if (bench::SkipWithoutEngine(state, engine))
         return;
     auto& connection = *FixtureFor(engine).connection;
     for (auto _ : state) {
@@ -135,9 +117,5 @@ BENCHMARK_CAPTURE(RecordsetByName, Postgres, db::Engine::Postgres)->Unit(benchma
 }  // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return orvo::bench::RunBenchmarks(argc, argv);
 }

@@ -9,6 +9,7 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
+#include "bench/gen/bench_support.h"
 #include "bench/gen/zip_gen.h"
 #include "host/host_gic.h"
 #include "platform/schema/schema.h"
@@ -31,19 +32,8 @@ struct Fixture {
 
 std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     auto f = std::make_unique<Fixture>();
-    db::ConnectionOptions options;
-    options.engine = engine;
-    if (engine == db::Engine::Sqlite) {
-        options.sqliteFile = f->dir.filePath("bench.db");
-    } else {
-        options.pgConnInfo = qEnvironmentVariable("ORVO_TEST_PG");
-        const QString schemaName =
-            QStringLiteral("zipbench_%1").arg(QCoreApplication::applicationPid());
-        auto admin = db::Connection::Open(options);
-        admin->Execute(QStringLiteral("DROP SCHEMA IF EXISTS %1 CASCADE").arg(schemaName));
-        admin->Execute(QStringLiteral("CREATE SCHEMA %1").arg(schemaName));
-        options.pgSchema = schemaName;
-    }
+    const db::ConnectionOptions options =
+        bench::BenchDatabase(engine, f->dir, QStringLiteral("zipbench"));
     f->session.connection = db::Connection::Open(options);
     schema::Catalog catalog;
     tools::DeclareToolsTables(catalog);
@@ -59,10 +49,8 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
 std::unique_ptr<Fixture> fixtures[2];
 
 Fixture* FixtureFor(benchmark::State& state, db::Engine engine) {
-    if (engine == db::Engine::Postgres && qEnvironmentVariableIsEmpty("ORVO_TEST_PG")) {
-        state.SkipWithError("ORVO_TEST_PG is not set");
+    if (bench::SkipWithoutEngine(state, engine))
         return nullptr;
-    }
     auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
     if (!f)
         f = MakeFixture(engine);
@@ -134,11 +122,8 @@ BENCHMARK_CAPTURE(SearchAsTyped, Postgres, db::Engine::Postgres)
 }  // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    for (auto& f : fixtures)
-        f.reset();
-    return 0;
+    return orvo::bench::RunBenchmarks(argc, argv, [] {
+        for (auto& f : fixtures)
+            f.reset();
+    });
 }

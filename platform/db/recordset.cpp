@@ -30,9 +30,17 @@ void Recordset::MoveNext() {
 }
 
 int Recordset::IndexOf(const QString& name) const {
+    // Most reads name one of a handful of columns: a scan without allocating beats hashing a
+    // lower-cased copy. Wide results fall back to the hash.
+    if (names_.size() <= 16) {
+        for (size_t i = 0; i < names_.size(); ++i) {
+            if (names_[i].compare(name, Qt::CaseInsensitive) == 0)
+                return static_cast<int>(i);
+        }
+        return -1;
+    }
     return index_.value(name.toLower(), -1);
 }
-
 int Recordset::RequireIndex(const QString& name) const {
     const int index = IndexOf(name);
     if (index < 0) {

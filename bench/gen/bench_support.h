@@ -1,0 +1,29 @@
+#pragma once
+
+// What every benchmark program shares: a database of its own on either engine, the rule that
+// PostgreSQL runs only when ORVO_TEST_PG names a server, and a main that keeps the application
+// object alive for the whole run.
+
+#include <benchmark/benchmark.h>
+#include <QString>
+#include <QTemporaryDir>
+#include <functional>
+
+#include "platform/db/connection.h"
+
+namespace orvo::bench {
+
+// Where a benchmark's database lives: a file in dir on SQLite; on PostgreSQL a schema named
+// prefix plus the process id, made afresh.
+db::ConnectionOptions BenchDatabase(db::Engine engine, const QTemporaryDir& dir,
+                                    const QString& prefix);
+
+// True (and the benchmark marked skipped) when the engine is PostgreSQL and no server is named.
+bool SkipWithoutEngine(benchmark::State& state, db::Engine engine);
+
+// Runs the registered benchmarks under an application object (offscreen unless told
+// otherwise). beforeExit runs while the application still lives: fixtures that hold
+// connections or widgets are dropped there.
+int RunBenchmarks(int argc, char** argv, const std::function<void()>& beforeExit = {});
+
+}  // namespace orvo::bench
