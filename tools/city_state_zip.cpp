@@ -41,6 +41,8 @@ void CityStateZip::Attach(QLineEdit* city, QLineEdit* state, QLineEdit* zip,
     city_ = city;
     state_ = state;
     zip_ = zip;
+    cityIdentity_ = city;
+    zipIdentity_ = zip;
     onRecord_ = Current();
     const std::array<std::pair<QLineEdit*, QString ZipParts::*>, 3> parts{
         {{city, &ZipParts::city}, {state, &ZipParts::state}, {zip, &ZipParts::zip}}};
@@ -98,9 +100,9 @@ ZipParts CityStateZip::Current() const {
 }
 
 bool CityStateZip::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != city_ && watched != zip_)
+    if (watched != cityIdentity_ && watched != zipIdentity_)
         return QObject::eventFilter(watched, event);
-    const ZipMode mode = watched == city_ ? ZipMode::City : ZipMode::Zip;
+    const ZipMode mode = watched == cityIdentity_ ? ZipMode::City : ZipMode::Zip;
     switch (event->type()) {
         case QEvent::FocusOut: {
             const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();

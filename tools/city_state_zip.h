@@ -84,6 +84,10 @@ private:
     QPointer<QLineEdit> city_;
     QPointer<QLineEdit> state_;
     QPointer<QLineEdit> zip_;
+    // The two watched fields as plain identities: an event can reach the filter while a field is
+    // being destroyed, when it is no longer a QLineEdit to look at through the QPointer.
+    const QObject* cityIdentity_ = nullptr;
+    const QObject* zipIdentity_ = nullptr;
     QPointer<ZipCode_Panel> panel_;
     std::function<bool()> recordHasAddress_;
     ZipParts onRecord_;
