@@ -6,8 +6,8 @@
 #include <cstdio>
 
 #include "host/component_loader.h"
-#include "tests/scenario/runner.h"
-#include "tests/scenario/scenario.h"
+#include "host/scenario/runner.h"
+#include "host/scenario/scenario.h"
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))

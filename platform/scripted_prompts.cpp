@@ -1,8 +1,6 @@
-#include "tests/support/scripted_prompts.h"
+#include "platform/scripted_prompts.h"
 
-#include <gtest/gtest.h>
-
-namespace orvo::test {
+namespace orvo {
 namespace {
 
 QStringList ButtonNames(Buttons buttons) {
@@ -37,9 +35,6 @@ int ClosedAnswer(Buttons buttons) {
 }
 
 }  // namespace
-
-ScriptedPrompts::ScriptedPrompts()
-    : ScriptedPrompts([](const QString& message) { ADD_FAILURE() << message.toStdString(); }) {}
 
 ScriptedPrompts::ScriptedPrompts(std::function<void(const QString&)> onFailure)
     : onFailure_(std::move(onFailure)) {}
@@ -116,4 +111,4 @@ void ScriptedPrompts::HideBanner() {
     bannerVisible_ = false;
 }
 
-}  // namespace orvo::test
+}  // namespace orvo

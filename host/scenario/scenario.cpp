@@ -1,4 +1,4 @@
-#include "tests/scenario/scenario.h"
+#include "host/scenario/scenario.h"
 
 #include <QFile>
 #include <QTextStream>

@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-#include "tests/scenario/scenario.h"
+#include "host/scenario/scenario.h"
 
 namespace orvo {
 class EditingScreen;
@@ -18,9 +18,7 @@ class ComponentLoader;
 class HostGIC;
 struct HostSession;
 }  // namespace host
-namespace test {
 class ScriptedPrompts;
-}
 }  // namespace orvo
 
 namespace orvo::scenario {
@@ -63,7 +61,7 @@ private:
     host::ComponentLoader& component_;
     std::unique_ptr<host::HostSession> session_;
     std::unique_ptr<host::HostGIC> gic_;
-    std::unique_ptr<test::ScriptedPrompts> prompts_;
+    std::unique_ptr<ScriptedPrompts> prompts_;
     std::unique_ptr<EditingScreen> editing_;
     const Scenario* scenario_ = nullptr;
     size_t pc_ = 0;

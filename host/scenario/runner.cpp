@@ -1,4 +1,4 @@
-#include "tests/scenario/runner.h"
+#include "host/scenario/runner.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -19,7 +19,7 @@
 #include "host/practice.h"
 #include "platform/db/recordset.h"
 #include "platform/prompts.h"
-#include "tests/support/scripted_prompts.h"
+#include "platform/scripted_prompts.h"
 
 namespace orvo::scenario {
 namespace {
@@ -124,8 +124,8 @@ bool Runner::Run(const Scenario& scenario) {
             host::OpenPractice(practice, host::PracticeCatalog(component_)));
         session_->loginName = QStringLiteral("SUPERVISOR");
         gic_ = std::make_unique<host::HostGIC>(*session_);
-        prompts_ = std::make_unique<test::ScriptedPrompts>(
-            [this](const QString& message) { Fail(message); });
+        prompts_ =
+            std::make_unique<ScriptedPrompts>([this](const QString& message) { Fail(message); });
         SetPrompts(prompts_.get());
         editing_ = component_.CreateEditingScreen();
         editing_->SetIGlobal_GIC(gic_.get());
