@@ -80,16 +80,16 @@ const ScriptedPrompts::Expected* ScriptedPrompts::Match(const QString& kind, con
     return &current_;
 }
 
-int ScriptedPrompts::Message(const QString& text, Buttons buttons, Icon, const QString& title,
+int ScriptedPrompts::Message(const QString& text, Buttons buttons, Icon icon, const QString& title,
                              int defaultButton) {
-    shown_.push_back({"message", title, text, ButtonNames(buttons), defaultButton});
+    shown_.push_back({"message", title, text, ButtonNames(buttons), defaultButton, icon});
     const Expected* e = Match("message", title, text);
     return e ? e->answer : ClosedAnswer(buttons);
 }
 
 int ScriptedPrompts::Choose(const QString& text, const QString& title, const QStringList& captions,
-                            int defaultButton, Icon) {
-    shown_.push_back({"choose", title, text, captions, defaultButton});
+                            int defaultButton, Icon icon) {
+    shown_.push_back({"choose", title, text, captions, defaultButton, icon});
     const Expected* e = Match("choose", title, text);
     return e ? e->answer : 0;
 }

@@ -21,6 +21,7 @@ public:
         QString text;
         QStringList buttons;  // captions, for a message its standard buttons
         int defaultButton = 0;
+        Icon icon = Icon::None;
     };
 
     // onFailure hears of every prompt that the script did not expect, with its full text.

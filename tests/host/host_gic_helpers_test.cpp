@@ -17,7 +17,7 @@ protected:
     void TearDown() override { SetPrompts(nullptr); }
 
     HostSession session_;
-    QueuedPrompts prompts_;
+    orvo::test::ScriptedPrompts prompts_;
     HostGIC gic_{session_};
 };
 
@@ -151,16 +151,18 @@ TEST_F(HostHelpersTest, SessionIdentityIsReadOnEachCall) {
 }
 
 TEST_F(HostHelpersTest, DialogsGoThroughThePrompts) {
-    prompts_.answers = {AnswerYes, AnswerNo};
+    prompts_.Expect("Title", "Go on?", AnswerYes).Expect("Title", "Really?", AnswerNo);
     EXPECT_TRUE(gic_.AskYesNo(true, "Title", "Go on?"));
     EXPECT_FALSE(gic_.AskYesNo(false, "Title", "Really?"));
-    ASSERT_EQ(prompts_.asked.size(), 2u);
-    EXPECT_EQ(prompts_.asked[0].defaultButton, 1);
-    EXPECT_EQ(prompts_.asked[1].defaultButton, 2);
-    EXPECT_EQ(prompts_.asked[1].icon, Icon::Question);
-    EXPECT_EQ(prompts_.asked[1].buttons, Buttons::YesNo);
+    const auto& shown = prompts_.shown();
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[0].defaultButton, 1);
+    EXPECT_EQ(shown[1].defaultButton, 2);
+    EXPECT_EQ(shown[1].icon, Icon::Question);
+    EXPECT_EQ(shown[1].buttons, QStringList({"Yes", "No"}));
 
-    prompts_.inputs = {QString("Smith, John"), std::nullopt};
+    prompts_.ExpectInput("Search Window", "Enter name below.", QString("Smith, John"))
+        .ExpectInput("Search Window", "Enter name below.", std::nullopt);
     EXPECT_EQ(gic_.InputDialog("Enter name below.", "Search Window", "", 0), "Smith, John");
     EXPECT_FALSE(gic_.InputDialog("Enter name below.", "Search Window", "", 0).has_value());
 }

@@ -63,16 +63,15 @@ public:
     QString payerLogin;
 };
 
-// Keeps the icon of each message box as well.
-class RecordingPrompts : public test::ScriptedPrompts {
-public:
-    int Message(const QString& text, Buttons buttons, Icon icon, const QString& title,
-                int defaultButton) override {
-        icons.push_back(icon);
-        return ScriptedPrompts::Message(text, buttons, icon, title, defaultButton);
-    }
+// The icons of the message boxes shown, in order.
+std::vector<Icon> MessageIcons(const orvo::ScriptedPrompts& prompts) {
     std::vector<Icon> icons;
-};
+    for (const auto& shown : prompts.shown()) {
+        if (shown.kind == QLatin1String("message"))
+            icons.push_back(shown.icon);
+    }
+    return icons;
+}
 
 // A screen whose record lock is refused, as when another station has the row.
 class LockedScreen : public insScreen {
@@ -177,7 +176,7 @@ protected:
     std::unique_ptr<test::TestDatabase> database_;
     host::HostSession session_;
     std::unique_ptr<TestHost> host_;
-    RecordingPrompts prompts_;
+    test::ScriptedPrompts prompts_;
     std::unique_ptr<test::PromptsScope> scope_;
 };
 
@@ -386,7 +385,7 @@ TEST_P(InsScreenTest, LinkingAPayerAsksWithItsOwnWords) {
     EXPECT_TRUE(screen->Modified);
     EXPECT_EQ(prompts_.shown().back().buttons, (QStringList{"OK", "Cancel"}));
     EXPECT_EQ(prompts_.shown().back().defaultButton, 1);
-    EXPECT_EQ(prompts_.icons.back(), Icon::Information);
+    EXPECT_EQ(MessageIcons(prompts_).back(), Icon::Information);
 
     // The same payer again is no change at all.
     host_->payers->choice = QStringLiteral("BWD01");
@@ -433,7 +432,7 @@ TEST_P(InsScreenTest, ChangingAndRemovingAPayerAskWithNoAsDefault) {
         EXPECT_EQ(shown.buttons, (QStringList{"Yes", "No"}));
         EXPECT_EQ(shown.defaultButton, 2);
     }
-    EXPECT_EQ(prompts_.icons, std::vector<Icon>(3, Icon::Warning));
+    EXPECT_EQ(MessageIcons(prompts_), std::vector<Icon>(3, Icon::Warning));
 
     ClickOk(*screen);
     EXPECT_EQ(Stored("InsCoAccID", id), "");
@@ -448,7 +447,7 @@ TEST_P(InsScreenTest, DatabaseErrorOnOkIsShownAndTheScreenStays) {
     prompts_.ExpectContaining(kCarrierTitle, "CovTable", AnswerOk);
     ClickOk(*screen);
     EXPECT_TRUE(screen->isVisible());
-    EXPECT_EQ(prompts_.icons.back(), Icon::Critical);
+    EXPECT_EQ(MessageIcons(prompts_).back(), Icon::Critical);
     prompts_.Expect(kCarrierTitle, kSaveQuestion, AnswerNo);
     screen->Command3D2[1]->click();
     EXPECT_FALSE(screen->isVisible());
