@@ -30,6 +30,7 @@ const Figure kFigures[] = {
     {"Active employer-plan links", "SELECT count(*) FROM ELTable WHERE elFla=0"},
     {"Active subscriber links", "SELECT count(*) FROM PatEmpTable WHERE PatEmpFla=0"},
     {"Active coverages", "SELECT count(*) FROM CovTable WHERE CovFla=0"},
+    {"City, state and zip rows", "SELECT count(*) FROM ZipCodTable"},
     {"Logins", "SELECT count(*) FROM PWMTable"},
 };
 
