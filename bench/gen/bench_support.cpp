@@ -1,6 +1,7 @@
 #include "bench/gen/bench_support.h"
 
 #include <QApplication>
+#include <cstdio>
 
 namespace orvo::bench {
 
@@ -31,7 +32,20 @@ bool SkipWithoutEngine(benchmark::State& state, db::Engine engine) {
     return false;
 }
 
+namespace {
+
+// The offscreen platform says, for every screen shown, that it cannot raise a window; a line a
+// modal show would drown the figures.
+void QuietPlatformNotes(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (text.startsWith(QLatin1String("This plugin does not support")))
+        return;
+    std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+}
+
+}  // namespace
+
 int RunBenchmarks(int argc, char** argv, const std::function<void()>& beforeExit) {
+    qInstallMessageHandler(QuietPlatformNotes);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
