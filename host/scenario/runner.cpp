@@ -346,6 +346,10 @@ void Runner::Do(const Step& raw) {
         if (row < 0 || row >= view->model()->rowCount())
             Throw(QStringLiteral("no row %1").arg(row));
         view->setCurrentIndex(view->model()->index(row, 0));
+    } else if (verb == QLatin1String("screenshot")) {
+        NeedArgs(step, 1);
+        if (!ActiveScreen()->grab().save(step.args[0]))
+            Throw(QStringLiteral("cannot write ") + step.args[0]);
     } else if (verb == QLatin1String("check-text")) {
         NeedArgs(step, 2);
         const QString text = TextOf(Control(step));
