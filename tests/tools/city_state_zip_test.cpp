@@ -172,13 +172,6 @@ TEST_P(CityStateZipTest, LookupKeyAndButtonsOpenTheListOnTheFieldsTextAndEscapeC
     EXPECT_FALSE(PanelShown());
 }
 
-TEST_P(CityStateZipTest, StopKeyClosesThePanel) {
-    Type(city_, "STO");
-    EXPECT_TRUE(PanelShown());
-    QTest::keyClick(city_, 'P');
-    EXPECT_FALSE(PanelShown());
-}
-
 TEST_P(CityStateZipTest, LeavingWithANewPlaceOffersToAddItAndFillsTheFields) {
     Type(city_, "Smallville, KS 66002");
     prompts_.Expect(kZipTitle, "Add [ Smallville, KS 66002 ] to database", AnswerYes);
