@@ -1,5 +1,7 @@
 #include "platform/db/connection.h"
 
+#include <algorithm>
+
 #include <QAtomicInteger>
 #include <QLoggingCategory>
 #include <QRegularExpression>
@@ -112,22 +114,33 @@ QString Connection::Translate(const QString& sql) const {
     return TranslateSql(sql, engine());
 }
 
-void Connection::ExecuteTranslated(const QString& statement) {
+int Connection::ExecuteTranslated(const QString& statement) {
     QSqlQuery query(db_);
     if (!query.exec(statement)) {
         const DatabaseError error(DriverMessage(query.lastError()), statement);
         qCWarning(lcDb).noquote() << error.describe();
         throw error;
     }
+    return std::max(query.numRowsAffected(), 0);
 }
 
-void Connection::Execute(const QString& sql) {
+int Connection::Execute(const QString& sql) {
     // A statement may translate into several (a server block becomes a create and an insert),
     // so the translation is split again before each piece goes to the driver.
+    int affected = 0;
     for (const QString& statement : SplitSqlStatements(sql)) {
         for (const QString& piece : SplitSqlStatements(Translate(statement))) {
-            ExecuteTranslated(piece);
+            affected += ExecuteTranslated(piece);
         }
+    }
+    return affected;
+}
+
+void Connection::ExecuteOneRow(const QString& sql) {
+    if (Execute(sql) == 0) {
+        const RowNotFoundError error(Translate(sql));
+        qCWarning(lcDb).noquote() << error.describe();
+        throw error;
     }
 }
 

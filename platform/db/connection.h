@@ -33,8 +33,13 @@ public:
     // The statement as this connection sends it.
     QString Translate(const QString& sql) const;
 
-    // Runs a statement (or a batch) that returns no rows.
-    void Execute(const QString& sql);
+    // Runs a statement (or a batch) that returns no rows; answers the number of rows it changed
+    // (summed over a batch).
+    int Execute(const QString& sql);
+
+    // Runs an UPDATE or DELETE that must change a row; throws RowNotFoundError when it changed
+    // none, so that an edit is never taken for saved when its row is gone.
+    void ExecuteOneRow(const QString& sql);
 
     // Runs an INSERT and answers the key it made, on this connection, for this insert. Accepts
     // both forms the suite sends: the plain INSERT, and the server batch
@@ -48,7 +53,7 @@ public:
 private:
     explicit Connection(const ConnectionOptions& options);
     void Configure();
-    void ExecuteTranslated(const QString& statement);
+    int ExecuteTranslated(const QString& statement);
 
     ConnectionOptions options_;
     QString name_;

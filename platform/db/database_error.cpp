@@ -11,4 +11,9 @@ QString DatabaseError::describe() const {
     return driverMessage_ + QStringLiteral("\n\nStatement:\n") + statement_;
 }
 
+RowNotFoundError::RowNotFoundError(const QString& statement)
+    : DatabaseError(QStringLiteral("The record is no longer in the database; another station may "
+                                   "have deleted it."),
+                    statement) {}
+
 }  // namespace orvo::db

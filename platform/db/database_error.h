@@ -20,4 +20,11 @@ private:
     QString statement_;
 };
 
+// A write that had to change one row changed none: the row was deleted by another station, or
+// never existed. Screens catch it to tell the user and offer to save the record as new.
+class RowNotFoundError : public DatabaseError {
+public:
+    explicit RowNotFoundError(const QString& statement);
+};
+
 }  // namespace orvo::db
