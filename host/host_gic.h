@@ -1,12 +1,14 @@
 #pragma once
 
-#include <QByteArray>
 #include <QPointer>
 #include <QWidget>
 #include <optional>
 
 #include "component/public/gic.h"
 #include "host/host_session.h"
+#include "host/notes.h"
+#include "host/password_cipher.h"
+#include "host/settings_store.h"
 
 namespace orvo::host {
 
@@ -15,15 +17,12 @@ QString QuoteSqlText(const QString& text);
 
 // The host object handed to the component: GIC over the session's practice database. It keeps
 // a reference to the session, so identity (login, station, paths) is read fresh on each call.
-// The operations not built yet throw NotImplemented (host_gic_pending.cpp).
+// It holds the mailbox slots and the session's identity itself, and forwards the rest to the
+// host's parts: settings (settings_store), bound records (bound_records), text helpers
+// (text_format), the password cipher, rights, notes. The operations not built yet throw
+// NotImplemented (host_gic_pending.cpp).
 class HostGIC : public GIC {
 public:
-    // The key the password cipher is armed with on construction; 24 hexadecimal digits, the
-    // form SetPasswordKey takes.
-    static const QString kDefaultPasswordKey;
-    // Section of the per-station settings.
-    static const QString kStationSection;
-
     explicit HostGIC(HostSession& session);
 
     void AddBoundRow(const QString& table, const QStringList& columns,
@@ -181,8 +180,11 @@ public:
     void SetGoToQuickAppoint(bool value) { goToQuickAppoint_ = value; }
 
 private:
+    NoteAuthor Author();
+
     HostSession& session_;
-    QByteArray passwordKey_;
+    SettingsStore settings_;
+    PasswordCipher cipher_;
     QPointer<QWidget> mainForm_;
 
     int editResultId_ = 0;

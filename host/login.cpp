@@ -21,7 +21,7 @@ bool VerifyLogin(db::Connection& connection, HostGIC& gic, const QString& name,
     const QString login = name.trimmed();
     if (login.isEmpty())
         return false;
-    gic.SetPasswordKey(HostGIC::kDefaultPasswordKey);
+    gic.SetPasswordKey(PasswordCipher::kDefaultKey);
     const QString stored = gic.ConvertPassword(password);
     // The name column compares without regard to letter case on both engines.
     db::Recordset rs(connection, QStringLiteral("SELECT PWMPasWor FROM PWMTable WHERE PWMUseNam=%1")

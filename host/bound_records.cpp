@@ -1,0 +1,119 @@
+#include "host/bound_records.h"
+
+#include <QDate>
+#include <QMetaProperty>
+#include <QWidget>
+
+#include "host/host_gic.h"
+#include "platform/db/recordset.h"
+
+namespace orvo::host {
+namespace {
+
+QString BoundColumn(const QWidget* holder) {
+    return holder ? holder->property("DataField").toString().trimmed() : QString();
+}
+
+// The property that holds a widget's value: its user property, or the text of a widget that
+// has none (a label).
+QMetaProperty HolderProperty(const QWidget* holder) {
+    const QMetaObject* meta = holder->metaObject();
+    const QMetaProperty user = meta->userProperty();
+    if (user.isValid())
+        return user;
+    const int text = meta->indexOfProperty("text");
+    return text >= 0 ? meta->property(text) : QMetaProperty();
+}
+
+void SetHolderValue(QWidget* holder, const QVariant& stored) {
+    const QMetaProperty property = HolderProperty(holder);
+    if (!property.isValid() || !property.isWritable())
+        return;
+    const QMetaType type = property.metaType();
+    QVariant value;
+    if (type.id() == QMetaType::Bool) {
+        value = !stored.isNull() && stored.toBool();
+    } else if (type.id() == QMetaType::QString) {
+        value = stored.isNull() ? QString() : stored.toString();
+    } else {
+        value = stored;
+        if (stored.isNull() || !value.convert(type))
+            value = QVariant(type);
+    }
+    property.write(holder, value);
+}
+
+// The holder's value as an SQL literal. Every value goes as a quoted literal, which both
+// engines convert to the column's type; an empty text is a null.
+QString HolderLiteral(const QWidget* holder) {
+    const QMetaProperty property = HolderProperty(holder);
+    if (!property.isValid())
+        return QStringLiteral("NULL");
+    const QVariant value = property.read(holder);
+    if (value.typeId() == QMetaType::Bool) {
+        return QuoteSqlText(value.toBool() ? QStringLiteral("1") : QStringLiteral("0"));
+    }
+    const QString text = value.typeId() == QMetaType::QDate ? value.toDate().toString(Qt::ISODate)
+                                                            : value.toString();
+    return text.isEmpty() ? QStringLiteral("NULL") : QuoteSqlText(text);
+}
+
+QString KeyLiteral(const QVariant& id) {
+    if (id.typeId() == QMetaType::QString)
+        return QuoteSqlText(id.toString().trimmed());
+    return QString::number(id.toLongLong());
+}
+
+}  // namespace
+
+void ReadBoundRecord(db::Connection& connection, const QVariant& recordId, const QString& keyColumn,
+                     const QString& table, const FieldHolders& holders) {
+    if (!recordId.isValid() || recordId.toString().trimmed().isEmpty())
+        return;
+    const db::Recordset rs(
+        connection,
+        QStringLiteral("SELECT * FROM %1 WHERE %2=%3").arg(table, keyColumn, KeyLiteral(recordId)));
+    if (rs.IsEmpty())
+        return;
+    for (QWidget* holder : holders) {
+        const int index = rs.IndexOf(BoundColumn(holder));
+        if (index < 0)
+            continue;
+        SetHolderValue(holder, rs.IsNull(index) ? QVariant() : rs.Value(index));
+    }
+}
+
+void WriteBoundRecord(db::Connection& connection, int& recordId, const QString& keyColumn,
+                      const QString& table, const FieldHolders& holders) {
+    const db::Recordset shape(connection, QStringLiteral("SELECT * FROM %1 WHERE 1=0").arg(table));
+    QStringList columns;
+    QStringList values;
+    for (const QWidget* holder : holders) {
+        const QString column = BoundColumn(holder);
+        if (column.isEmpty() || column.compare(keyColumn, Qt::CaseInsensitive) == 0)
+            continue;
+        if (shape.IndexOf(column) < 0 || columns.contains(column, Qt::CaseInsensitive))
+            continue;
+        columns << column;
+        values << HolderLiteral(holder);
+    }
+    if (recordId == 0) {
+        const QString sql = columns.isEmpty()
+                                ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(table)
+                                : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                      .arg(table, columns.join(QStringLiteral(", ")),
+                                           values.join(QStringLiteral(", ")));
+        recordId = static_cast<int>(connection.InsertWithIdentity(sql));
+        return;
+    }
+    if (columns.isEmpty())
+        return;
+    QStringList assignments;
+    for (qsizetype i = 0; i < columns.size(); ++i)
+        assignments << columns[i] + QLatin1Char('=') + values[i];
+    connection.ExecuteOneRow(QStringLiteral("UPDATE %1 SET %2 WHERE %3=%4")
+                                 .arg(table, assignments.join(QStringLiteral(", ")), keyColumn,
+                                      QString::number(recordId)));
+}
+
+}  // namespace orvo::host
