@@ -14,6 +14,7 @@
 #include "component/session.h"
 #include "insurance/insurance_tables.h"
 #include "platform/schema/schema.h"
+#include "reminders/reminder_tables.h"
 #include "tools/tools_tables.h"
 
 namespace orvo::component {
@@ -127,4 +128,5 @@ void OrvoDeclareTables(schema::Catalog* catalog) {
         return;
     insurance::DeclareInsuranceTables(*catalog);
     tools::DeclareToolsTables(*catalog);
+    reminders::DeclareReminderTables(*catalog);
 }

@@ -20,7 +20,30 @@ QString QuoteSqlText(const QString& text) {
 }
 
 HostGIC::HostGIC(HostSession& session)
-    : session_(session), settings_([this]() -> db::Connection& { return GetConnection(); }) {}
+    : session_(session),
+      settings_([this]() -> db::Connection& { return GetConnection(); }),
+      reminders_([this]() -> db::Connection& { return GetConnection(); }) {}
+
+void HostGIC::EnsureStoredProcedure(const QString& name, const QString& body,
+                                    const QString& parameters) {
+    reminders_.EnsureStoredProcedure(name, body, parameters);
+}
+
+int HostGIC::GetRecallContactMethod(int recallEntryId) {
+    return reminders_.RecallContactMethod(recallEntryId);
+}
+
+int HostGIC::GetRecallStage(int recallEntryId) {
+    return reminders_.RecallStage(recallEntryId);
+}
+
+int HostGIC::GetReminderLinkType(int reminderType, bool linkedToMaster) {
+    return ReminderHost::LinkType(reminderType, linkedToMaster);
+}
+
+db::Connection& HostGIC::GetSecondConnection() {
+    return reminders_.SecondConnection();
+}
 
 bool HostGIC::AskYesNo(bool defaultYes, const QString& title, const QString& text) {
     return prompts().Message(text, Buttons::YesNo, Icon::Question, title, defaultYes ? 1 : 2) ==

@@ -8,6 +8,7 @@
 #include "host/host_session.h"
 #include "host/notes.h"
 #include "host/password_cipher.h"
+#include "host/reminder_host.h"
 #include "host/settings_store.h"
 
 namespace orvo::host {
@@ -185,6 +186,7 @@ private:
     HostSession& session_;
     SettingsStore settings_;
     PasswordCipher cipher_;
+    ReminderHost reminders_;
     QPointer<QWidget> mainForm_;
 
     int editResultId_ = 0;

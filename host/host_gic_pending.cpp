@@ -15,7 +15,6 @@ QString HostGIC::CalculateAge(const QString&) { ORVO_PENDING(CalculateAge); }
 void HostGIC::CoverageAdded(int) { ORVO_PENDING(CoverageAdded); }
 void HostGIC::CoverageChanged(int) { ORVO_PENDING(CoverageChanged); }
 void HostGIC::DeletePersonRow(int, const QString&) { ORVO_PENDING(DeletePersonRow); }
-void HostGIC::EnsureStoredProcedure(const QString&, const QString&, const QString&) { ORVO_PENDING(EnsureStoredProcedure); }
 void HostGIC::FillClaimFormList(QComboBox*) { ORVO_PENDING(FillClaimFormList); }
 bool HostGIC::FindInitials(const QString&, int&) { ORVO_PENDING(FindInitials); }
 void HostGIC::FlushConnection(db::Connection&, int) { ORVO_PENDING(FlushConnection); }
@@ -38,10 +37,6 @@ QString HostGIC::GetPersonName(int, const QString&, const QString&) { ORVO_PENDI
 QString HostGIC::GetPlanTypeCode(int) { ORVO_PENDING(GetPlanTypeCode); }
 QString HostGIC::GetPlanTypeName(int) { ORVO_PENDING(GetPlanTypeName); }
 short HostGIC::GetProviderFeeSchedule(int) { ORVO_PENDING(GetProviderFeeSchedule); }
-int HostGIC::GetRecallContactMethod(int) { ORVO_PENDING(GetRecallContactMethod); }
-int HostGIC::GetRecallStage(int) { ORVO_PENDING(GetRecallStage); }
-int HostGIC::GetReminderLinkType(int, bool) { ORVO_PENDING(GetReminderLinkType); }
-db::Connection& HostGIC::GetSecondConnection() { ORVO_PENDING(GetSecondConnection); }
 db::Connection& HostGIC::GetTimeConnection() { ORVO_PENDING(GetTimeConnection); }
 bool HostGIC::GroupPlanExists(const QString&, const QString&, int) { ORVO_PENDING(GroupPlanExists); }
 bool HostGIC::HasFamilyBudgetPlan(int) { ORVO_PENDING(HasFamilyBudgetPlan); }

@@ -113,6 +113,17 @@ Table PayerTable() {
                  {{QStringLiteral("epPayID")}}};
 }
 
+// The recall list of the appointment and recall module: one entry per patient and recall, with
+// the contact method and the schedule stage the entry has reached.
+Table RecallListTable() {
+    return Table{QStringLiteral("RecTable"),
+                 {Identity(QStringLiteral("rRecNum")), Long(QStringLiteral("rRCRecNum")),
+                  Long(QStringLiteral("rPID")), Text(QStringLiteral("rRecDoc"), 5),
+                  Long(QStringLiteral("rRecDocID")), Date(QStringLiteral("rDueDat")),
+                  Long(QStringLiteral("rConMet")), Long(QStringLiteral("rStage"))},
+                 {{QStringLiteral("rRCRecNum")}, {QStringLiteral("rPID")}}};
+}
+
 }  // namespace
 
 void DeclareHostTables(schema::Catalog& catalog) {
@@ -123,6 +134,7 @@ void DeclareHostTables(schema::Catalog& catalog) {
     catalog.Add(NotesTable());
     catalog.Add(AuditTable());
     catalog.Add(PayerTable());
+    catalog.Add(RecallListTable());
 }
 
 }  // namespace orvo::host

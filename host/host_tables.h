@@ -13,7 +13,7 @@ inline const QString kNotesTable = QStringLiteral("cmTable");
 inline const QString kAuditTable = QStringLiteral("AudTable");
 
 // Declares the tables the host owns: settings, logins with their rights and locations, the
-// notes lines, the audit log and the electronic payer list.
+// notes lines, the audit log, the electronic payer list and the recall list.
 void DeclareHostTables(schema::Catalog& catalog);
 
 }  // namespace orvo::host

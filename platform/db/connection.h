@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QHash>
+#include <QList>
 #include <QSqlDatabase>
 #include <QString>
 #include <memory>
 
 #include "platform/db/database_error.h"
 #include "platform/db/engine.h"
+#include "platform/db/procedure.h"
 
 namespace orvo::db {
 
@@ -50,6 +53,13 @@ public:
     void Commit();
     void Rollback();
 
+    // Stored procedures (procedure.cpp). On the server engine a procedure is a function in the
+    // database, made when it does not exist yet; the embedded engine has none, so there it is a
+    // named statement that this connection keeps. Values go by bound parameters, never in the
+    // statement's text.
+    void EnsureProcedure(const QString& name, const QString& body, const QString& declaration);
+    void CallProcedure(const QString& name, const QList<ProcedureArgument>& arguments);
+
 private:
     explicit Connection(const ConnectionOptions& options);
     void Configure();
@@ -58,6 +68,7 @@ private:
     ConnectionOptions options_;
     QString name_;
     QSqlDatabase db_;
+    QHash<QString, ProcedureDefinition> procedures_;  // by lower-case name, embedded engine
 };
 
 // Keeps a transaction open for its scope; rolls back unless Commit() was called.

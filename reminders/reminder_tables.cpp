@@ -1,0 +1,78 @@
+#include "reminders/reminder_tables.h"
+
+namespace orvo::reminders {
+namespace {
+
+using schema::Column;
+using schema::ColumnType;
+
+Column Key(const QString& name) {
+    return {name, ColumnType::Long, 0, true, true, {}};
+}
+Column Long(const QString& name) {
+    return {name, ColumnType::Long};
+}
+Column Flag(const QString& name) {
+    return {name, ColumnType::Short, 0, false, false, "0"};
+}
+Column Text(const QString& name, int width) {
+    return {name, ColumnType::Text, width};
+}
+Column Memo(const QString& name) {
+    return {name, ColumnType::Memo};
+}
+
+// One stage of a recall in RSTable: its period text, letter file and post card message.
+QList<Column> RecallStage(const QString& prefix) {
+    return {Text(prefix, 5), Text(prefix + QStringLiteral("Let"), 30),
+            Text(prefix + QStringLiteral("Msg"), 255)};
+}
+
+}  // namespace
+
+void DeclareReminderTables(schema::Catalog& catalog) {
+    schema::Table recalls{
+        QStringLiteral("RSTable"),
+        {Key(QStringLiteral("RCRecNum")), Long(QStringLiteral("OffLocID")),
+         Text(QStringLiteral("RCTtl"), 65), Text(QStringLiteral("RCCod"), 100),
+         Text(QStringLiteral("RCExcCod"), 100), Text(QStringLiteral("RCRecPer"), 5)},
+        {{QStringLiteral("OffLocID")}}};
+    recalls.columns << RecallStage(QStringLiteral("RCDuePer"));
+    for (int stage = 1; stage <= 6; ++stage)
+        recalls.columns << RecallStage(QStringLiteral("RCLatPer%1").arg(stage));
+    recalls.columns << RecallStage(QStringLiteral("RCCutOff"))
+                    << Flag(QStringLiteral("RCDonPriDay")) << Flag(QStringLiteral("RCSetupFlag"))
+                    << Flag(QStringLiteral("RCIncSamDay")) << Flag(QStringLiteral("RCShoOnToDo"));
+    catalog.Add(recalls);
+
+    catalog.Add({QStringLiteral("emmTable"),
+                 {Key(QStringLiteral("emmID")), Text(QStringLiteral("emmDes"), 50),
+                  Flag(QStringLiteral("emmHasCutOff")), Flag(QStringLiteral("emmEna")),
+                  Long(QStringLiteral("emmAppDefTyp")), Long(QStringLiteral("OffLocID"))},
+                 {{QStringLiteral("emmAppDefTyp")}}});
+
+    catalog.Add({QStringLiteral("emsTable"),
+                 {Key(QStringLiteral("emsID")), Long(QStringLiteral("emsLinTyp")),
+                  Long(QStringLiteral("emsLinID")), Long(QStringLiteral("emsSeq")),
+                  Long(QStringLiteral("emsPer")), Text(QStringLiteral("emsPerTyp"), 1),
+                  Long(QStringLiteral("emsPID"))},
+                 {{QStringLiteral("emsLinID"), QStringLiteral("emsLinTyp")}}});
+
+    catalog.Add({QStringLiteral("ReminderMessageTable"),
+                 {Key(QStringLiteral("rmtID")), Long(QStringLiteral("rmtemmID")),
+                  Long(QStringLiteral("rmtLinID")), Flag(QStringLiteral("rmtTexAutRetMes")),
+                  Flag(QStringLiteral("rmtEmaAutRetMes")), Memo(QStringLiteral("rmtTexMes")),
+                  Memo(QStringLiteral("rmtEMaMes")), Memo(QStringLiteral("rmtCarMes")),
+                  Memo(QStringLiteral("rmtLetFil")), Memo(QStringLiteral("rmtVoiMes")),
+                  Memo(QStringLiteral("rmtVoiMesSpanish"))},
+                 {{QStringLiteral("rmtLinID")}}});
+
+    catalog.Add({QStringLiteral("eBusContactSequence"),
+                 {Key(QStringLiteral("ebcID")), Long(QStringLiteral("ebcLinID")),
+                  Long(QStringLiteral("ebcLinTyp")), Long(QStringLiteral("ebcpID")),
+                  Long(QStringLiteral("ebcSeq")), Long(QStringLiteral("ebcPer")),
+                  Long(QStringLiteral("ebcConMet"))},
+                 {{QStringLiteral("ebcLinID"), QStringLiteral("ebcLinTyp")}}});
+}
+
+}  // namespace orvo::reminders
