@@ -184,7 +184,7 @@ TEST_F(HostHelpersTest, UnbuiltOperationThrowsWithItsName) {
     } catch (const NotImplemented& error) {
         EXPECT_NE(std::string(error.what()).find("CalculateAge"), std::string::npos);
     }
-    EXPECT_THROW(gic_.GetSecondConnection(), NotImplemented);
+    EXPECT_THROW(gic_.GetTimeConnection(), NotImplemented);
 }
 
 }  // namespace
