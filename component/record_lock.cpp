@@ -1,24 +1,24 @@
 #include "component/record_lock.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QApplication>
-#include <QDir>
 #include <QFile>
 #include <QLoggingCategory>
 #include <QWidget>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <utility>
 
 #include "component/public/gic.h"
+#include "platform/file_error.h"
+#include "platform/file_lock.h"
 #include "platform/lock_files.h"
 #include "platform/prompts.h"
+#include "platform/shared_files.h"
 
 namespace orvo::component {
 namespace {
@@ -28,6 +28,7 @@ using lockfiles::HolderPath;
 using lockfiles::kSlotKeySize;
 using lockfiles::kSlotSize;
 using lockfiles::kStationWidth;
+using lockfiles::kTableHolderSize;
 using lockfiles::ReadProfileString;
 using lockfiles::SlotKey;
 using lockfiles::SlotStation;
@@ -39,19 +40,11 @@ const QString kCrLf = QStringLiteral("\r\n");
 const QString kReadOnlyOffer =
     QStringLiteral("Click [OK] to open a read-only copy of this patient's record.");
 
-constexpr qsizetype kTableHolderSize = 25;
 constexpr int kTableNameWidth = 8;
-// A name that keeps being released and taken again between our open and our lock is, for all
-// practical purposes, held.
-constexpr int kMaxOpenRounds = 100;
 
-// The descriptors behind the file numbers this process has handed out; -1 where a number is free.
-std::array<int, kMaxLockFileNumber + 1>& openFiles() {
-    static std::array<int, kMaxLockFileNumber + 1> files = [] {
-        std::array<int, kMaxLockFileNumber + 1> all;
-        all.fill(-1);
-        return all;
-    }();
+// The locks behind the file numbers this process has handed out; not held where a number is free.
+std::array<FileLock, kMaxLockFileNumber + 1>& openFiles() {
+    static std::array<FileLock, kMaxLockFileNumber + 1> files;
     return files;
 }
 
@@ -59,111 +52,48 @@ std::array<int, kMaxLockFileNumber + 1>& openFiles() {
 int FreeFileNumber() {
     const auto& files = openFiles();
     for (int number = 1; number <= kMaxLockFileNumber; ++number) {
-        if (files[number] < 0)
+        if (!files[number].held())
             return number;
     }
     return 0;
 }
 
-// Gives up the number and answers its descriptor, -1 when the number is not one of ours.
-int TakeFileNumber(int number) {
+// Gives up the number and answers its lock, one not held when the number is not one of ours.
+FileLock TakeFileNumber(int number) {
     if (number < 1 || number > kMaxLockFileNumber)
-        return -1;
-    return std::exchange(openFiles()[number], -1);
+        return {};
+    return std::move(openFiles()[number]);
 }
 
 QString TempFolder(GIC& gic) {
     return gic.GetDataPath() + QStringLiteral("TEMP/");
 }
 
-void EnsureTempFolder(GIC& gic) {
-    const QString folder = TempFolder(gic);
-    if (!QDir().mkpath(folder))
-        qCWarning(lcLocks) << "Cannot create the lock folder" << folder;
+// Makes TEMP/ when it is missing, shared with every user of the practice as the data folder says
+// (see platform/shared_files.h), and answers the rule its files are made by. The data folder is
+// never made here: a missing one is a share that is not there, and locks taken in a folder of
+// our own would keep nobody out.
+shared::Sharing PrepareTempFolder(GIC& gic) {
+    const QString data = gic.GetDataPath();
+    int error = 0;
+    const shared::Sharing sharing = shared::Sharing::Of(data, &error);
+    if (error != 0)
+        throw FileError(QStringLiteral("Cannot reach the data folder"), data, error);
+    error = shared::MakeSharedFolder(TempFolder(gic), sharing);
+    if (error != 0)
+        throw FileError(QStringLiteral("Cannot create the lock folder"), TempFolder(gic), error);
+    return sharing;
 }
 
-enum class OpenResult { Locked, Refused, TooManyFiles, Failed };
-
-struct Opened {
-    OpenResult result = OpenResult::Failed;
-    int fd = -1;
-};
-
-bool IsSameFile(int fd, const QByteArray& path) {
-    struct stat held {};
-    struct stat named {};
-    return ::fstat(fd, &held) == 0 && ::stat(path.constData(), &named) == 0 &&
-           held.st_dev == named.st_dev && held.st_ino == named.st_ino;
-}
-
-bool LockWholeFile(int fd) {
-    struct flock lock {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = 0;
-    lock.l_len = 0;
-    return ::fcntl(fd, F_OFD_SETLK, &lock) == 0;
-}
-
-// The exclusive open. A lock counts only on the file that still carries the name: a holder
-// deletes its files before it lets go, so an open that raced a release may have locked a file
-// that is gone, and then opens the name again.
-Opened OpenExclusive(const QString& path, bool create) {
-    const QByteArray native = QFile::encodeName(path);
-    const int flags = O_RDWR | O_CLOEXEC | (create ? O_CREAT : 0);
-    for (int round = 0; round < kMaxOpenRounds; ++round) {
-        const int fd = ::open(native.constData(), flags, 0666);
-        if (fd < 0) {
-            const int error = errno;
-            if (error == EINTR)
-                continue;
-            if (error == EMFILE || error == ENFILE)
-                return {OpenResult::TooManyFiles};
-            qCDebug(lcLocks) << "Cannot open" << path << std::strerror(error);
-            return {OpenResult::Failed};
-        }
-        if (!LockWholeFile(fd)) {
-            const int error = errno;
-            ::close(fd);
-            if (error == EAGAIN || error == EACCES)
-                return {OpenResult::Refused};
-            qCWarning(lcLocks) << "Cannot lock" << path << std::strerror(error);
-            return {OpenResult::Failed};
-        }
-        if (IsSameFile(fd, native))
-            return {OpenResult::Locked, fd};
-        ::close(fd);
-    }
-    return {OpenResult::Refused};
-}
-
-// Deletes a record's lock and holder files while the lock on them is held by fd, so that nobody
-// can take the lock between the delete and the release.
-void DeleteHeldFiles(int fd, const QString& lockPath) {
-    const QByteArray native = QFile::encodeName(lockPath);
-    if (!IsSameFile(fd, native))
-        return;
-    QFile::remove(HolderPath(lockPath));
-    ::unlink(native.constData());
-}
-
-void WriteRecordHolder(GIC& gic, const QString& lockPath) {
+void WriteRecordHolder(GIC& gic, const QString& lockPath, const shared::Sharing& sharing) {
     const QString text = lockfiles::RecordHolderText(
         {gic.GetLoginName(), gic.GetStationID(), gic.GetComputerName()});
     // Written aside and renamed, so that a station refused meanwhile reads a whole file. Not
     // synced: the file means nothing once the lock is gone, and a crash takes the lock with it.
     const QString holderPath = HolderPath(lockPath);
-    const QString aside = holderPath + QLatin1Char('.') + QString::number(::getpid());
-    QFile file(aside);
-    const QByteArray bytes = text.toUtf8();
-    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-                         file.write(bytes) == bytes.size() && file.flush();
-    file.close();
-    if (!written || ::rename(QFile::encodeName(aside).constData(),
-                             QFile::encodeName(holderPath).constData()) != 0) {
-        qCWarning(lcLocks) << "Cannot write" << holderPath << file.errorString();
-        QFile::remove(aside);
-    }
+    const int error = shared::WriteSharedFile(holderPath, text.toUtf8(), sharing);
+    if (error != 0)
+        qCWarning(lcLocks) << "Cannot write" << holderPath << std::strerror(error);
 }
 
 // The help window would stand in front of the message.
@@ -220,16 +150,25 @@ qsizetype FirstFreeSlot(const QString& text) {
 
 bool WriteWhole(QFile& file, const QString& text) {
     const QByteArray bytes = text.toLatin1();
-    return file.seek(0) && file.write(bytes) == bytes.size() && file.flush();
+    return file.seek(0) && file.write(bytes) == bytes.size() && file.flush() &&
+           file.resize(bytes.size());
+}
+
+// Opens a file of TEMP/ for reading and writing, creating it shared when it is missing.
+bool OpenSharedFile(QFile& file, const shared::Sharing& sharing) {
+    const int fd = shared::OpenShared(file.fileName(), O_RDWR | O_CREAT, sharing);
+    if (fd < 0) {
+        qCWarning(lcLocks) << "Cannot open" << file.fileName() << std::strerror(errno);
+        return false;
+    }
+    return file.open(fd, QIODevice::ReadWrite, QFileDevice::AutoCloseHandle);
 }
 
 int StationLockListUnguarded(GIC& gic, const QString& tableKey, int recordId, short mode) {
-    EnsureTempFolder(gic);
+    const shared::Sharing sharing = PrepareTempFolder(gic);
     QFile file(TempFolder(gic) + gic.GetStationID() + QStringLiteral(".LCK"));
-    if (!file.open(QIODevice::ReadWrite)) {
-        qCDebug(lcLocks) << "Cannot open" << file.fileName() << file.errorString();
+    if (!OpenSharedFile(file, sharing))
         return 0;
-    }
     QString text = QString::fromLatin1(file.readAll());
     const QString key = SlotKey(tableKey, recordId);
     const qsizetype found = (text + QLatin1Char(' ')).indexOf(key);
@@ -287,11 +226,11 @@ private:
     bool set_ = false;
 };
 
-void WriteTableHolder(GIC& gic, const QString& path) {
+void WriteTableHolder(GIC& gic, const QString& path, const shared::Sharing& sharing) {
     const QByteArray who =
         gic.GetLoginName().left(kTableHolderSize).leftJustified(kTableHolderSize).toLatin1();
     QFile file(path);
-    if (!file.open(QIODevice::ReadWrite) || file.write(who) != who.size() ||
+    if (!OpenSharedFile(file, sharing) || file.write(who) != who.size() ||
         !file.resize(kTableHolderSize)) {
         qCWarning(lcLocks) << "Cannot write" << path << file.errorString();
     }
@@ -325,24 +264,27 @@ QString RecordLockPath(GIC& gic, const QString& TableKey, int RecordID) {
 }
 
 int LockRecord(GIC& gic, const QString& TableKey, int RecordID, bool ShowMessage) {
-    EnsureTempFolder(gic);
+    const shared::Sharing sharing = PrepareTempFolder(gic);
     const QString path = RecordLockPath(gic, TableKey, RecordID);
     const int number = FreeFileNumber();
-    OpenResult result = OpenResult::TooManyFiles;
+    FileLock::Outcome outcome = FileLock::Outcome::TooManyFiles;
     if (number > 0) {
-        const Opened opened = OpenExclusive(path, true);
-        if (opened.result == OpenResult::Locked) {
-            openFiles()[number] = opened.fd;
+        FileLock lock = FileLock::Take(path, sharing);
+        if (lock.held()) {
+            openFiles()[number] = std::move(lock);
             if (StationLockList(gic, TableKey, RecordID, kStationListAdd)) {
-                WriteRecordHolder(gic, path);
+                WriteRecordHolder(gic, path, sharing);
             }
             return number;
         }
-        result = opened.result;
+        // A file that cannot be opened is no record locked by someone else.
+        if (lock.outcome() == FileLock::Outcome::Failed)
+            throw FileError(QStringLiteral("Cannot open the lock file"), path, lock.error());
+        outcome = lock.outcome();
     }
     if (ShowMessage)
         TellRecordLocked(gic, path);
-    if (result == OpenResult::TooManyFiles) {
+    if (outcome == FileLock::Outcome::TooManyFiles) {
         TellTooManyFiles(number > 0 ? number : kMaxLockFileNumber + 1);
     }
     return 0;
@@ -351,20 +293,14 @@ int LockRecord(GIC& gic, const QString& TableKey, int RecordID, bool ShowMessage
 void UnlockRecord(GIC& gic, const QString& TableKey, int RecordID, int& FileNumber) {
     if (FileNumber <= 0)
         return;
-    const int fd = TakeFileNumber(FileNumber);
+    FileLock lock = TakeFileNumber(FileNumber);
     FileNumber = 0;
     const QString path = RecordLockPath(gic, TableKey, RecordID);
-    if (fd >= 0) {
-        DeleteHeldFiles(fd, path);
-        ::close(fd);
-    } else {
-        // Not a lock of ours: the files go only when nobody holds the record.
-        const Opened opened = OpenExclusive(path, false);
-        if (opened.result == OpenResult::Locked) {
-            DeleteHeldFiles(opened.fd, path);
-            ::close(opened.fd);
-        }
-    }
+    // Not a lock of ours: the files go only when nobody holds the record.
+    if (!lock.held())
+        lock = FileLock::TakeExisting(path);
+    lock.DeleteWhileHeld({HolderPath(path)});
+    lock.Release();
     StationLockList(gic, TableKey, RecordID, kStationListRemove);
 }
 
@@ -383,7 +319,7 @@ int StationLockList(GIC& gic, const QString& TableKey, int RecordID, short Mode)
 int LockTable(GIC& gic, const QString& TableName, const QString& Title, bool Retry,
               double WaitSeconds) {
     BusyCursor cursor;
-    EnsureTempFolder(gic);
+    const shared::Sharing sharing = PrepareTempFolder(gic);
     const QString base = TempFolder(gic) + TableName.left(kTableNameWidth);
     const QString lockPath = base + QStringLiteral(".LCK");
     const QString holderPath = base + QStringLiteral(".Who");
@@ -391,12 +327,15 @@ int LockTable(GIC& gic, const QString& TableName, const QString& Title, bool Ret
     for (int attempts = 1;; ++attempts) {
         const int number = FreeFileNumber();
         if (number > 0) {
-            const Opened opened = OpenExclusive(lockPath, true);
-            if (opened.result == OpenResult::Locked) {
-                openFiles()[number] = opened.fd;
-                WriteTableHolder(gic, holderPath);
+            FileLock lock = FileLock::Take(lockPath, sharing);
+            if (lock.held()) {
+                openFiles()[number] = std::move(lock);
+                WriteTableHolder(gic, holderPath, sharing);
                 return number;
             }
+            if (lock.outcome() == FileLock::Outcome::Failed)
+                throw FileError(QStringLiteral("Cannot open the lock file"), lockPath,
+                                lock.error());
         }
         if (!Retry)
             return 0;
@@ -407,9 +346,7 @@ int LockTable(GIC& gic, const QString& TableName, const QString& Title, bool Ret
 }
 
 void UnlockTable(int& FileNumber) {
-    const int fd = TakeFileNumber(FileNumber);
-    if (fd >= 0)
-        ::close(fd);
+    TakeFileNumber(FileNumber).Release();
     FileNumber = 0;
 }
 

@@ -51,6 +51,17 @@
 // still the one under the name; an opener that raced a release finds the name gone or pointing
 // elsewhere, and opens again.
 //
+// Sharing. The stations of a practice usually run as different operating-system users, so TEMP/
+// and every file in it are made so that all of them can open them: group-writable in the data
+// folder's group, or writable by all where the data folder is (platform/shared_files.h). A lock
+// file made by one user is then taken by another once it is free, a stale one included.
+//
+// Failures. A record or table that another open holds is refused, as the design says; a lock
+// file that cannot be opened at all (a folder nobody may write, a directory in the way, a data
+// folder that is not there) is no such refusal: LockRecord and LockTable throw FileError with the
+// path and the system's reason, which the start method's boundary shows, and no screen opens
+// editable without its lock.
+//
 // Stale locks. A lock never outlives its process. A station that dies leaves its lock file and
 // holder file on disk, unlocked; the next LockRecord opens and overwrites them, so nothing needs
 // cleaning. Only the dead session's slot stays in the station's list, which is harmless: for the
@@ -85,8 +96,8 @@ inline constexpr short kStationListFind = 9999;
 QString RecordLockPath(GIC& gic, const QString& TableKey, int RecordID);
 
 // Locks the record for this screen: a file number greater than 0, or 0 when the record is
-// locked elsewhere or the file cannot be opened. With ShowMessage the person is told who holds
-// it. Running out of file numbers is always told.
+// locked elsewhere. With ShowMessage the person is told who holds it. Running out of file
+// numbers is always told. Throws FileError when the lock file cannot be opened.
 int LockRecord(GIC& gic, const QString& TableKey, int RecordID, bool ShowMessage);
 
 // Releases a record lock taken by LockRecord: deletes its files, frees the station's slot and
@@ -105,7 +116,8 @@ int StationLockList(GIC& gic, const QString& TableKey, int RecordID, short Mode)
 // Locks a table for a short update: a file number greater than 0, or 0. Without Retry a refusal
 // answers 0 at once. With it, the lock is tried again every WaitSeconds, the window messages
 // going on meanwhile, and every tenth refusal asks the person, under Title (or "ORVO Windows"),
-// whether to go on trying; Cancel answers 0.
+// whether to go on trying; Cancel answers 0. Throws FileError when the lock file cannot be
+// opened.
 int LockTable(GIC& gic, const QString& TableName, const QString& Title, bool Retry,
               double WaitSeconds);
 

@@ -5,13 +5,14 @@
 #include <QRegularExpression>
 #include <QTextStream>
 
+#include "platform/file_lock.h"
 #include "platform/lock_files.h"
 
 namespace orvo::host {
 namespace {
 
 QString State(const QString& path) {
-    return lockfiles::IsLockedElsewhere(path) ? QStringLiteral("held") : QStringLiteral("left");
+    return FileLock::IsHeldElsewhere(path) ? QStringLiteral("held") : QStringLiteral("left");
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include "host/component_loader.h"
 #include "host/host_tables.h"
 #include "host/login.h"
+#include "platform/file_error.h"
+#include "platform/shared_files.h"
 
 namespace orvo::host {
 
@@ -26,13 +28,16 @@ schema::Catalog PracticeCatalog(ComponentLoader& component) {
 HostSession OpenPractice(const PracticeOptions& options, const schema::Catalog& catalog) {
     const QString dataDir =
         QDir(options.dataDir.isEmpty() ? DefaultDataDir() : options.dataDir).absolutePath();
-    QDir dir;
-    for (const char* sub : {"", "/TEMP", "/STP", "/WP"}) {
-        if (!dir.mkpath(dataDir + QLatin1String(sub))) {
-            throw std::runtime_error(QStringLiteral("Cannot create the data folder %1")
-                                         .arg(dataDir + QLatin1String(sub))
-                                         .toStdString());
-        }
+    if (!QDir().mkpath(dataDir)) {
+        throw std::runtime_error(
+            QStringLiteral("Cannot create the data folder %1").arg(dataDir).toStdString());
+    }
+    // Every station, of whichever user, works in these: they are shared as the data folder says.
+    const shared::Sharing sharing = shared::Sharing::Of(dataDir);
+    for (const char* sub : {"/TEMP", "/STP", "/WP"}) {
+        const QString folder = dataDir + QLatin1String(sub);
+        if (const int error = shared::MakeSharedFolder(folder, sharing); error != 0)
+            throw FileError(QStringLiteral("Cannot create the data folder"), folder, error);
     }
 
     db::ConnectionOptions connection;

@@ -3,9 +3,6 @@
 #include <QFile>
 #include <QStringList>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace orvo::lockfiles {
 
 QString HolderPath(const QString& lockPath) {
@@ -73,18 +70,6 @@ QList<StationSlot> ParseStationList(const QString& text) {
                       slot.mid(kSlotKeySize, kStationWidth).trimmed().toString()});
     }
     return taken;
-}
-
-bool IsLockedElsewhere(const QString& path) {
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return false;
-    struct flock probe {};
-    probe.l_type = F_WRLCK;
-    probe.l_whence = SEEK_SET;
-    const bool locked = ::fcntl(fd, F_OFD_GETLK, &probe) == 0 && probe.l_type != F_UNLCK;
-    ::close(fd);
-    return locked;
 }
 
 }  // namespace orvo::lockfiles

@@ -2,7 +2,7 @@
 
 // The formats of the lock files in a data folder's TEMP/, shared by the stations that take the
 // locks and by the support report that lists them. How locks are taken and given back is the
-// component's record lock module; this is only what the files hold.
+// component's record lock module, over platform/file_lock.h; this is only what the files hold.
 
 #include <QList>
 #include <QString>
@@ -48,9 +48,5 @@ struct StationSlot {
 };
 // The taken slots of a station list, in file order.
 QList<StationSlot> ParseStationList(const QString& text);
-
-// True when another open of the file (in any process, this one included) holds a lock on it.
-// A missing file is not locked.
-bool IsLockedElsewhere(const QString& path);
 
 }  // namespace orvo::lockfiles

@@ -14,6 +14,11 @@
 #include "host/host_session.h"
 #include "tests/support/scripted_prompts.h"
 
+// gtest shows a QString that differs as text.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
 namespace orvo::locks::test {
 
 // The host over a session with no database: the locks need only the identity and the folder.
@@ -66,7 +71,10 @@ protected:
     }
     bool TempExists(const QString& name) const { return QFile::exists(TempPath(name)); }
     void WriteTemp(const QString& name, const QByteArray& content) const {
-        QFile file(TempPath(name));
+        WriteFile(TempPath(name), content);
+    }
+    static void WriteFile(const QString& path, const QByteArray& content) {
+        QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(content);
     }

@@ -1,63 +1,14 @@
 // Record locks between processes: each lock_holder is a station of its own.
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QProcess>
 #include <memory>
 
 #include "tests/locks/lock_fixture.h"
+#include "tests/locks/station.h"
 
 namespace orvo::locks::test {
 namespace {
 
 using namespace orvo::component;
-
-QString HolderProgram() {
-    const QString built = qEnvironmentVariable("ORVO_BUILD_DIR");
-    if (!built.isEmpty())
-        return built + QStringLiteral("/bin/lock_holder");
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/lock_holder");
-}
-
-// One lock_holder process, as station "station" of user "user" on computer "computer".
-class Station {
-public:
-    Station(const QString& dataPath, const QString& station, const QString& user,
-            const QString& computer, const QStringList& command) {
-        process_.setProgram(HolderProgram());
-        process_.setArguments(QStringList{"--data", dataPath, "--station", station, "--user", user,
-                                          "--computer", computer} +
-                              command);
-        process_.start();
-    }
-    ~Station() {
-        if (process_.state() == QProcess::NotRunning)
-            return;
-        process_.kill();
-        process_.waitForFinished();
-    }
-
-    // The next line the station prints, or "<none>" when it printed nothing in time.
-    QString ReadLine() {
-        while (!process_.canReadLine()) {
-            if (!process_.waitForReadyRead(60000))
-                return QStringLiteral("<none>");
-        }
-        return QString::fromLocal8Bit(process_.readLine()).trimmed();
-    }
-    // Closes its stdin: a holder then releases its lock and ends.
-    bool Release() {
-        process_.closeWriteChannel();
-        return process_.waitForFinished(60000) && process_.exitCode() == 0;
-    }
-    bool Kill() {
-        process_.kill();
-        return process_.waitForFinished(60000);
-    }
-    QProcess& process() { return process_; }
-
-private:
-    QProcess process_;
-};
 
 class LockProcessTest : public LockTest {
 protected:

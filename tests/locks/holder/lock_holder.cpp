@@ -5,6 +5,11 @@
 //       Prints "LOCKED n" or "REFUSED". A lock is held until stdin closes, then released; or
 //       until the process is killed.
 //
+//   lock_holder --data DIR --station S [--user U] [--computer C] table TABLENAME
+//       The same for a table lock, taken without retries.
+//
+//   A lock file that cannot be opened prints "ERROR " and the reason, with exit code 1.
+//
 //   lock_holder --data DIR --station S [--user U] [--computer C]
 //               contend TABLEKEY ID ROUNDS WITNESS
 //       ROUNDS times: takes the lock, trying again until it has it; appends its pid to the
@@ -26,16 +31,19 @@
 #include "component/record_lock.h"
 #include "host/host_gic.h"
 #include "host/host_session.h"
+#include "platform/file_error.h"
 
 namespace {
 
 using orvo::component::LockRecord;
+using orvo::component::LockTable;
 using orvo::component::UnlockRecord;
+using orvo::component::UnlockTable;
 
 int Usage() {
     std::fprintf(stderr,
                  "usage: lock_holder --data DIR --station S [--user U] [--computer C] "
-                 "(lock TABLEKEY ID | contend TABLEKEY ID ROUNDS WITNESS)\n");
+                 "(lock TABLEKEY ID | table TABLENAME | contend TABLEKEY ID ROUNDS WITNESS)\n");
     return 2;
 }
 
@@ -57,17 +65,30 @@ QByteArray ReadAll(int fd) {
     return content;
 }
 
-int HoldLock(orvo::GIC& gic, const QString& tableKey, int recordId) {
-    int number = LockRecord(gic, tableKey, recordId, false);
+// Says whether the lock was taken; when it was, waits for stdin to close.
+bool Hold(int number) {
     if (number == 0) {
         Say(QStringLiteral("REFUSED"));
-        return 0;
+        return false;
     }
     Say(QStringLiteral("LOCKED %1").arg(number));
     std::string ignored;
     while (std::getline(std::cin, ignored)) {
     }
-    UnlockRecord(gic, tableKey, recordId, number);
+    return true;
+}
+
+int HoldLock(orvo::GIC& gic, const QString& tableKey, int recordId) {
+    int number = LockRecord(gic, tableKey, recordId, false);
+    if (Hold(number))
+        UnlockRecord(gic, tableKey, recordId, number);
+    return 0;
+}
+
+int HoldTable(orvo::GIC& gic, const QString& tableName) {
+    int number = LockTable(gic, tableName, QString(), false, 0);
+    if (Hold(number))
+        UnlockTable(number);
     return 0;
 }
 
@@ -114,6 +135,17 @@ int Contend(orvo::GIC& gic, const QString& tableKey, int recordId, int rounds,
     return breaches == 0 ? 0 : 1;
 }
 
+int Run(orvo::GIC& gic, const QString& mode, const QStringList& args) {
+    const QString tableKey = args[1];
+    const int recordId = args[2].toInt();
+    if (mode == QLatin1String("lock") && args.size() == 3)
+        return HoldLock(gic, tableKey, recordId);
+    if (mode == QLatin1String("contend") && args.size() == 5) {
+        return Contend(gic, tableKey, recordId, args[3].toInt(), args[4]);
+    }
+    return Usage();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -138,17 +170,19 @@ int main(int argc, char** argv) {
             return Usage();
         }
     }
-    if (session.dataPath.isEmpty() || session.stationId.isEmpty() || args.size() < 3) {
+    if (session.dataPath.isEmpty() || session.stationId.isEmpty() || args.size() < 2) {
         return Usage();
     }
     orvo::host::HostGIC gic(session);
     const QString mode = args[0];
-    const QString tableKey = args[1];
-    const int recordId = args[2].toInt();
-    if (mode == QLatin1String("lock") && args.size() == 3)
-        return HoldLock(gic, tableKey, recordId);
-    if (mode == QLatin1String("contend") && args.size() == 5) {
-        return Contend(gic, tableKey, recordId, args[3].toInt(), args[4]);
+    try {
+        if (mode == QLatin1String("table") && args.size() == 2)
+            return HoldTable(gic, args[1]);
+        if (args.size() < 3)
+            return Usage();
+        return Run(gic, mode, args);
+    } catch (const orvo::FileError& error) {
+        Say(QStringLiteral("ERROR ") + error.describe());
+        return 1;
     }
-    return Usage();
 }
