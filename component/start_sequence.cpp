@@ -8,6 +8,7 @@
 #include "component/component_log.h"
 #include "component/session.h"
 #include "platform/db/database_error.h"
+#include "platform/file_error.h"
 #include "platform/prompts.h"
 
 namespace orvo::component {
@@ -101,6 +102,12 @@ bool RunStartSequence(const StartContext& context, const CreateStep& create,
         qCWarning(lcComponent).noquote() << context.method << ":" << error.describe();
         prompts().Message(error.describe(), Buttons::Ok, Icon::Critical,
                           QStringLiteral("Database Error"));
+        return false;
+    } catch (const FileError& error) {
+        // A lock file or another file of the data folder that cannot be opened.
+        qCWarning(lcComponent).noquote() << context.method << ":" << error.describe();
+        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical,
+                          QStringLiteral("ORVO Windows"));
         return false;
     }
 }

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <list>
 
+#include "platform/file_error.h"
 #include "tests/locks/lock_fixture.h"
 
 namespace orvo::locks::test {
@@ -91,6 +92,47 @@ TEST_F(LockTest, UnlockDeletesOnlyWhatItHolds) {
     UnlockRecord(*gic, "EMPTABLE", 43, newRecord);
     EXPECT_FALSE(TempExists("2B.EMP"));
     EXPECT_FALSE(TempExists("2B.EMP.UserData"));
+}
+
+// What a FileError says, or "<no error>" when the call went through.
+template <class Call>
+QString ErrorOf(Call&& call) {
+    try {
+        call();
+    } catch (const FileError& error) {
+        return error.describe();
+    }
+    return QStringLiteral("<no error>");
+}
+
+TEST_F(LockTest, ALockFileThatCannotBeOpenedIsAnErrorNotARefusal) {
+    ASSERT_TRUE(QDir().mkpath(TempPath("1A2F.INS")));
+    EXPECT_EQ(ErrorOf([&] { LockRecord(*gic, "INSCOTABLE", 6703, true); }),
+              "Cannot open the lock file " + TempPath("1A2F.INS") + ": Is a directory");
+    ASSERT_TRUE(QDir().mkpath(TempPath("IPTable.LCK")));
+    EXPECT_EQ(ErrorOf([&] { LockTable(*gic, "IPTable", "", true, 0.5); }),
+              "Cannot open the lock file " + TempPath("IPTable.LCK") + ": Is a directory");
+    EXPECT_EQ(gic->pauses, 0);
+    EXPECT_TRUE(prompts.shown().empty());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    // No file number went with the failures.
+    HeldRecord other(*gic, "INSCOTABLE", 6704);
+    EXPECT_EQ(other.number, 1);
+    other.Release();
+
+    // A file where the lock folder should be.
+    ASSERT_TRUE(QDir(TempPath("")).removeRecursively());
+    WriteFile(TempPath("").chopped(1), "");
+    EXPECT_EQ(ErrorOf([&] { LockRecord(*gic, "PATABLE", 1, false); }),
+              "Cannot create the lock folder " + TempPath("") + ": Not a directory");
+    EXPECT_EQ(StationLockList(*gic, "PATABLE", 1, kStationListAdd), 0);
+
+    // A data folder that is not there (a share not mounted) is not made here.
+    session.dataPath = dir.filePath("gone/");
+    EXPECT_EQ(
+        ErrorOf([&] { LockTable(*gic, "IPTable", "", false, 0.5); }),
+        "Cannot reach the data folder " + dir.filePath("gone/") + ": No such file or directory");
+    EXPECT_FALSE(QFile::exists(dir.filePath("gone")));
 }
 
 TEST_F(LockTest, FileNumbersRunOutAt255) {
