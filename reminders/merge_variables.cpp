@@ -43,6 +43,46 @@ const QStringList& MergeVariables() {
     return variables;
 }
 
+const QHash<QString, QString>& SampleValues() {
+    static const QHash<QString, QString> values{
+        {QStringLiteral("{Patient Full Name}"), QStringLiteral("José A. Peña")},
+        {QStringLiteral("{Patient Last Name}"), QStringLiteral("Peña")},
+        {QStringLiteral("{Patient First Name}"), QStringLiteral("José")},
+        {QStringLiteral("{Patient Title}"), QStringLiteral("Mr.")},
+        {QStringLiteral("{Patient Insurance Eligibility}"), QStringLiteral("Eligible")},
+        {QStringLiteral("{Patient Premed}"), QStringLiteral("Amoxicillin 2 g one hour before")},
+        {QStringLiteral("{Patient Birth Date}"), QStringLiteral("04-12-1968")},
+        {QStringLiteral("{Provider Full Name}"), QStringLiteral("Anna Müller")},
+        {QStringLiteral("{Provider Last Name}"), QStringLiteral("Müller")},
+        {QStringLiteral("{Provider First Name}"), QStringLiteral("Anna")},
+        {QStringLiteral("{Provider Title}"), QStringLiteral("Dr.")},
+        {QStringLiteral("{Office Name}"), QStringLiteral("Lakeside Family Dental")},
+        {QStringLiteral("{Office Phone}"), QStringLiteral("(555) 201-4400")},
+        {QStringLiteral("{Office Fax}"), QStringLiteral("(555) 201-4401")},
+        {QStringLiteral("{Office Website Address}"), QStringLiteral("www.lakeside-dental.example")},
+        {QStringLiteral("{Office Address Line 1}"), QStringLiteral("120 Harbor Street")},
+        {QStringLiteral("{Office Address Line 2}"), QStringLiteral("Suite 4")},
+        {QStringLiteral("{Office City, State Zip}"), QStringLiteral("Springfield, IL 62701")},
+        {QStringLiteral("{Office Address for Map}"),
+         QStringLiteral("120 Harbor Street, Springfield, IL 62701")},
+        {QStringLiteral("{Current date}"), QStringLiteral("03-15-2024")},
+        {QStringLiteral("{Appointment Date}"), QStringLiteral("03-22-2024")},
+        {QStringLiteral("{Appointment Time}"), QStringLiteral("9:30 AM")},
+        {QStringLiteral("{Appointment Day of the Week}"), QStringLiteral("Friday")},
+        {QStringLiteral("{Appointment Confirmation Link}"),
+         QStringLiteral("https://confirm.orvo-online.example/c.aspx?a=1001")},
+        {QStringLiteral("{Appointment ID}"), QStringLiteral("1001")},
+        {QStringLiteral("{Recall Title}"), QStringLiteral("Prophy and Exam")},
+        {QStringLiteral("{Last Recall Date}"), QStringLiteral("09-14-2023")},
+        {QStringLiteral("{Recall Period}"), QStringLiteral("6M")},
+        {QStringLiteral("{Next Recall Appointment Date}"), QStringLiteral("03-22-2024")},
+        {QStringLiteral("{Next Recall Appointment Time}"), QStringLiteral("9:30 AM")},
+        {QStringLiteral("{Recommended Recall Date}"), QStringLiteral("03-14-2024")},
+        {QStringLiteral("{Preferred Recall Date}"), QStringLiteral("03-20-2024")},
+    };
+    return values;
+}
+
 QString ReplaceOldVariableNames(QString text) {
     static const QList<std::pair<QString, QString>> replacements{
         {QStringLiteral("{Appointment Patient First,Middle,Last Name}"),

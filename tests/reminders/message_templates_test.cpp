@@ -31,8 +31,9 @@ TEST(TemplateTag, NamesTheFileBetweenItsQuotes) {
               QStringLiteral("Spring\\index.html"));
     EXPECT_EQ(TemplateFileName(QStringLiteral("<PredefinedTemplate=\"\"/>")), QString());
     EXPECT_EQ(TemplateFileName(QStringLiteral("<PredefinedTemplate=/>")), QString());
-    // The name ends at the tag's first ">", not at a quote further on.
-    EXPECT_EQ(TemplateFileName(QStringLiteral("<PredefinedTemplate=\"x/> \"y\"")), QString());
+    // The name ends at the tag's first ">", even without its closing quote.
+    EXPECT_EQ(TemplateFileName(QStringLiteral("<PredefinedTemplate=\"x/> \"y\"")),
+              QStringLiteral("x/"));
 
     EXPECT_EQ(OldTemplateFileName(kRecallReminder, QStringLiteral("Template 7")),
               QStringLiteral("RCR7.TPL"));
