@@ -1,6 +1,7 @@
 #include "host/demo_data.h"
 
 #include "host/login.h"
+#include "host/reminder_demo_data.h"
 #include "host/zip_demo_data.h"
 #include "platform/db/recordset.h"
 
@@ -153,6 +154,7 @@ bool SeedDemoPractice(HostSession& session) {
                QStringLiteral("LINK-EMP-INS"));
     transaction.Commit();
     SeedDemoZipCodes(c);
+    SeedDemoReminders(c, session.dataPath, session.officeLocationId);
     return true;
 }
 
