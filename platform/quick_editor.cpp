@@ -82,6 +82,8 @@ void QuickEditor::setReadOnly(bool readOnly) {
 void QuickEditor::setVariables(const QStringList& variables) {
     list_->clear();
     list_->addItems(variables);
+    // Wide enough for the names; long ones scroll.
+    list_->setMinimumWidth(qMin(list_->sizeHintForColumn(0) + 28, 320));
 }
 
 QStringList QuickEditor::variables() const {

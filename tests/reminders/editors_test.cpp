@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTextEdit>
+#include <QToolButton>
 
 #include "reminders/default_messages.h"
 #include "reminders/frm_ed_msg.h"
