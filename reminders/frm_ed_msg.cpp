@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "platform/prompts.h"
+#include "reminders/editor_action.h"
 #include "reminders/frm_quick_editor.h"
 #include "reminders/merge_variables.h"
 #include "reminders/reminder_codes.h"
@@ -61,13 +62,13 @@ frmEDMsg::frmEDMsg(GIC& gic, QWidget* parent) : QDialog(parent), gic_(gic) {
         if (loading_)
             return;
         Modified = true;
-        DrawSample();
+        RunEditorAction([this] { DrawSample(); });
     });
     connect(chkAutoApply, &QCheckBox::toggled, this, [this] {
         if (loading_)
             return;
         Modified = true;
-        DrawSample();
+        RunEditorAction([this] { DrawSample(); });
     });
     connect(cmdOK, &QPushButton::clicked, this, [this] {
         Changed = Modified;

@@ -12,6 +12,7 @@
 
 #include "platform/prompts.h"
 #include "reminders/default_messages.h"
+#include "reminders/editor_action.h"
 #include "reminders/merge_variables.h"
 #include "reminders/reminder_codes.h"
 #include "reminders/reminder_messages.h"
@@ -111,12 +112,13 @@ frmQuickEditor::frmQuickEditor(GIC& gic, QWidget* parent) : QDialog(parent), gic
         if (loading_)
             return;
         Modified = true;
-        DrawSample();
+        RunEditorAction([this] { DrawSample(); });
     });
-    connect(qe, &QuickEditor::testRequested, this, [this] { TestSend(); });
+    connect(qe, &QuickEditor::testRequested, this,
+            [this] { RunEditorAction([this] { TestSend(); }); });
     connect(chkAutoApply, &QCheckBox::toggled, this, [this] {
         if (!loading_)
-            DrawSample();
+            RunEditorAction([this] { DrawSample(); });
     });
     const auto choose = [this] {
         if (loading_)
@@ -124,7 +126,7 @@ frmQuickEditor::frmQuickEditor(GIC& gic, QWidget* parent) : QDialog(parent), gic
         Modified = true;
         lstTemplates->setVisible(optPredefined->isChecked());
         qe->setVisible(!optPredefined->isChecked());
-        DrawSample();
+        RunEditorAction([this] { DrawSample(); });
     };
     connect(optPredefined, &QRadioButton::toggled, this, choose);
     connect(lstTemplates, &QListWidget::currentRowChanged, this, choose);

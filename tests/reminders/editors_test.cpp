@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QTextEdit>
 #include <QToolButton>
 
@@ -263,6 +264,37 @@ TEST_P(EditorsTest, TestEMailIsAMailMessageAndAFailureSaysSo) {
     editor->TestSend();
     EXPECT_EQ(prompts_.pending(), 0);
     EXPECT_EQ(Outbox(QStringLiteral("*.eml")).size(), 1);
+}
+
+TEST(OutboxSenderTest, AMailCommandTakesTheMessageOrSaysWhyNot) {
+    QTemporaryDir dir;
+    const QString captured = dir.path() + QStringLiteral("/captured.eml");
+    OutboxSender command(dir.path() + QStringLiteral("/OUTBOX"),
+                         QStringLiteral("desk@office.example"),
+                         QStringLiteral("sh -c \"cat > '%1'\"").arg(captured));
+    QString problem;
+    ASSERT_TRUE(command.SendEMail(QStringLiteral("p@patient.example"),
+                                  QString::fromUtf8("Cita Pe\xc3\xb1"
+                                                    "a"),
+                                  QStringLiteral("<p>x</p>"), problem))
+        << problem.toStdString();
+    QFile file(captured);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray message = file.readAll();
+    EXPECT_TRUE(message.startsWith("From: desk@office.example\r\nTo: p@patient.example\r\n"));
+    EXPECT_TRUE(message.contains("Subject: =?UTF-8?B?"));
+    EXPECT_FALSE(QDir(dir.path() + QStringLiteral("/OUTBOX")).exists());
+
+    OutboxSender refusing(dir.path(), QStringLiteral("desk@office.example"),
+                          QStringLiteral("sh -c \"echo relay refused >&2; exit 75\""));
+    EXPECT_FALSE(refusing.SendEMail(QStringLiteral("p@patient.example"), QStringLiteral("s"),
+                                    QStringLiteral("<p>x</p>"), problem));
+    EXPECT_TRUE(problem.contains(QStringLiteral("relay refused")));
+    EXPECT_FALSE(IsValidEMailAddress(QStringLiteral("a b@c.example")));
+    EXPECT_FALSE(IsValidEMailAddress(QStringLiteral("a@c")));
+    EXPECT_TRUE(
+        IsValidEMailAddress(QString::fromUtf8("jos\xc3\xa9@pe\xc3\xb1"
+                                              "a.example")));
 }
 
 TEST_P(EditorsTest, Screenshots) {
