@@ -753,7 +753,8 @@ void Statement::RewriteIsNull() {
             edits.Remove(i, open);
             edits.Insert(close + 1, u" IS NULL"_s);
         }
-        i = close;
+        // The argument is read on: an IsNull inside it (IsNull(IsNull(a))) is rewritten too,
+        // and its edits lie within the parentheses, apart from this call's own.
     }
     Apply(edits);
 }

@@ -105,6 +105,31 @@ TEST(TranslateSql, IsNullBecomesANullTest) {
     EXPECT_BOTH("SELECT ISNULL(rmtTexMes, '') FROM r", "SELECT COALESCE(rmtTexMes, '') FROM r");
 }
 
+// A call inside the argument of another is rewritten as well, whatever the pair, and a second
+// translation finds nothing left to change.
+TEST(TranslateSql, NestedCallsTranslateInOnePass) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"SELECT * FROM s WHERE IsNull(IsNull(a))",
+         "SELECT * FROM s WHERE (((a) IS NULL)) IS NULL"},
+        {"SELECT * FROM s WHERE IsNull(IsNull(a) = TRUE) = FALSE",
+         "SELECT * FROM s WHERE ((a) IS NULL) IS NOT NULL"},
+        {"SELECT ISNULL(ISNULL(a, b), IsNull(c, '')) FROM s",
+         "SELECT COALESCE(COALESCE(a, b), COALESCE(c, '')) FROM s"},
+        {"SELECT Ucase(Trim(pLasNam)), Mid(Ucase(pFirNam), 1, 1), Lcase(Mid(Len(x), 2)) FROM p",
+         "SELECT UPPER(Trim(pLasNam)), SUBSTR(UPPER(pFirNam), 1, 1), LOWER(SUBSTR(LENGTH(x), 2)) "
+         "FROM p"},
+        {"SELECT * FROM p WHERE IsNull(Ucase(Mid(a, 1, 2))) = TRUE",
+         "SELECT * FROM p WHERE (UPPER(SUBSTR(a, 1, 2))) IS NULL"},
+    };
+    for (const auto& [in, out] : cases) {
+        for (const Engine engine : {Engine::Sqlite, Engine::Postgres}) {
+            const QString once = TranslateSql(QString::fromUtf8(in), engine);
+            EXPECT_EQ(once.toStdString(), out) << in;
+            EXPECT_EQ(TranslateSql(once, engine), once) << in;
+        }
+    }
+}
+
 TEST(TranslateSql, BracketedNames) {
     EXPECT_BOTH("SELECT Count([CovTable].[CovID]) FROM [CovTable]",
                 "SELECT Count(CovTable.CovID) FROM CovTable");
