@@ -72,6 +72,88 @@ QStringList ExistingColumns(db::Connection& connection, const QString& table) {
     return names;
 }
 
+// On the server an identity is a counter kept apart from the rows: a row written with its own
+// key (an import, a support statement, a migration) leaves the counter behind, and the next
+// insert would be refused as a duplicate. Each identity table has a trigger that moves the
+// counter past a key given explicitly, whoever writes it. A key the counter handed out is never
+// above its last value, so ordinary inserts only read it. Concurrent explicit writers take turns
+// on the counter's lock, so none moves it back.
+const QString kFollowFunction = QStringLiteral("orvo_identity_follow");
+
+QString FollowFunctionStatement() {
+    return QStringLiteral(
+               "CREATE FUNCTION %1() RETURNS trigger LANGUAGE plpgsql AS $follow$\n"
+               "DECLARE\n"
+               "    key bigint := (to_jsonb(NEW) ->> TG_ARGV[0])::bigint;\n"
+               "    counter regclass := TG_ARGV[1]::oid::regclass;\n"
+               "BEGIN\n"
+               "    IF key > COALESCE(pg_sequence_last_value(counter), 0) THEN\n"
+               "        PERFORM pg_advisory_xact_lock(TG_ARGV[1]::bigint);\n"
+               "        PERFORM setval(counter, GREATEST(key, "
+               "COALESCE(pg_sequence_last_value(counter), 0)));\n"
+               "    END IF;\n"
+               "    RETURN NEW;\n"
+               "END\n"
+               "$follow$")
+        .arg(kFollowFunction);
+}
+
+bool HasFollowTrigger(db::Connection& connection, const QString& table) {
+    return db::ReadScalar(connection,
+                          QStringLiteral("SELECT count(*) FROM pg_trigger WHERE "
+                                         "tgrelid = to_regclass('%1') AND tgname = '%2'")
+                              .arg(table.toLower(), kFollowFunction))
+               .toInt() > 0;
+}
+
+void FollowIdentity(db::Connection& connection, const Table& table, const Column& column) {
+    const QString name = table.name.toLower();
+    const QString key = column.name.toLower();
+    const QString counter =
+        db::ReadScalar(connection,
+                       QStringLiteral("SELECT pg_get_serial_sequence('%1', '%2')::regclass::oid")
+                           .arg(name, key))
+            .toString();
+    connection.Execute(QStringLiteral("CREATE TRIGGER %1 BEFORE INSERT OR UPDATE OF %2 ON %3 FOR "
+                                      "EACH ROW EXECUTE FUNCTION %1('%2', '%4')")
+                           .arg(kFollowFunction, key, name, counter));
+}
+
+const Column* IdentityColumn(const Table& table) {
+    for (const Column& column : table.columns) {
+        if (column.identity)
+            return &column;
+    }
+    return nullptr;
+}
+
+void SyncIdentity(db::Connection& connection, const Table& table, const Column& column) {
+    connection.Execute(
+        // 'f': the next insert takes exactly this value ('f' is the server's own spelling of
+        // false, which the dialect's FALSE would not give here).
+        QStringLiteral("SELECT setval(pg_get_serial_sequence('%1', '%2'), "
+                       "COALESCE((SELECT max(%2) FROM %1), 0) + 1, 'f')")
+            .arg(table.name.toLower(), column.name.toLower()));
+}
+
+// Gives every identity table of the catalog its trigger; a table that had none may already
+// hold explicit keys, so its counter is brought past them once.
+void FollowIdentities(db::Connection& connection, const Catalog& catalog) {
+    if (!db::ReadScalar(
+             connection,
+             QStringLiteral("SELECT to_regprocedure('%1()') IS NOT NULL").arg(kFollowFunction))
+             .toBool()) {
+        connection.Execute(FollowFunctionStatement());
+    }
+    for (const Table& table : catalog.tables()) {
+        const Column* column = IdentityColumn(table);
+        if (column == nullptr || HasFollowTrigger(connection, table.name))
+            continue;
+        FollowIdentity(connection, table, *column);
+        SyncIdentity(connection, table, *column);
+    }
+}
+
 }  // namespace
 
 const Column* Table::FindColumn(const QString& column) const {
@@ -176,6 +258,8 @@ void Apply(db::Connection& connection, const Catalog& catalog) {
                      [](const Upgrade& a, const Upgrade& b) { return a.version < b.version; });
     for (const Upgrade& u : pending)
         u.apply(connection);
+    if (pg)
+        FollowIdentities(connection, catalog);
     if (catalog.version() > stored) {
         connection.Execute(QStringLiteral("DELETE FROM %1").arg(kVersionTable));
         connection.Execute(QStringLiteral("INSERT INTO %1 (SchVer) VALUES (%2)")
@@ -189,16 +273,9 @@ void SyncIdentities(db::Connection& connection, const Catalog& catalog) {
     if (connection.engine() != db::Engine::Postgres)
         return;  // the embedded engine counts from max
     for (const Table& table : catalog.tables()) {
-        for (const Column& column : table.columns) {
-            if (!column.identity)
-                continue;
-            connection.Execute(
-                // 'f': the next insert takes exactly this value ('f' is the server's own
-                // spelling of false, which the dialect's FALSE would not give here).
-                QStringLiteral("SELECT setval(pg_get_serial_sequence('%1', '%2'), "
-                               "COALESCE((SELECT max(%2) FROM %1), 0) + 1, 'f')")
-                    .arg(table.name.toLower(), column.name.toLower()));
-        }
+        const Column* column = IdentityColumn(table);
+        if (column != nullptr && TableExists(connection, table.name))
+            SyncIdentity(connection, table, *column);
     }
 }
 

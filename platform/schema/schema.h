@@ -77,8 +77,10 @@ void Apply(db::Connection& connection, const Catalog& catalog);
 // The version recorded in the database; 0 for a database that has none.
 int StoredVersion(db::Connection& connection);
 
-// After rows were inserted with explicit keys, moves each identity on past the highest key,
-// so that the next insert does not collide (the server keeps its counters apart from the rows).
+// Moves each identity on past the highest key, so that the next insert does not collide (the
+// server keeps its counters apart from the rows). Apply already gives each identity a trigger
+// that follows explicit keys; this is for rows written around it (a table dropped and made again
+// by hand, a bulk load with triggers off). Tables of the catalog that do not exist are passed by.
 void SyncIdentities(db::Connection& connection, const Catalog& catalog);
 
 }  // namespace orvo::schema

@@ -219,10 +219,35 @@ TEST_P(DatabaseTest, SchemaApplyIsRepeatableAndAddsColumnsAndRunsUpgradesOnce) {
     EXPECT_EQ(db::ReadScalar(db(), "SELECT InsCoEma FROM InsCoTable").toString(), "none");
 }
 
-TEST_P(DatabaseTest, SyncIdentitiesMovesPastExplicitKeys) {
+// Rows written with their own keys, by whatever path (a statement, the driver directly as an
+// import would, another station, several rows at once), never make the next insert collide.
+TEST_P(DatabaseTest, InsertsAfterExplicitKeysTakeFreshKeys) {
+    auto other = database_->Connect();
     db().Execute("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (1, 'one')");
+    EXPECT_EQ(db().InsertWithIdentity("INSERT INTO InsCoTable (InsCoNam) VALUES ('a')"), 2);
+    QSqlQuery raw(db().database());
+    ASSERT_TRUE(
+        raw.exec("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (40, 'x'), (41, 'y')"));
+    EXPECT_EQ(other->InsertWithIdentity("INSERT INTO InsCoTable (InsCoNam) VALUES ('b')"), 42);
+    other->Execute("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (6703, 'seeded')");
+    other->Execute("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (100, 'lower')");
+    EXPECT_EQ(db().InsertWithIdentity("INSERT INTO InsCoTable (InsCoNam) VALUES ('c')"), 6704);
+    db().Execute("UPDATE InsCoTable SET InsCoInd = 9000 WHERE InsCoNam = 'c'");
+    EXPECT_EQ(db().InsertWithIdentity("INSERT INTO InsCoTable (InsCoNam) VALUES ('d')"), 9001);
+}
+
+TEST_P(DatabaseTest, SyncIdentitiesMovesPastKeysWrittenAroundTheTriggerAndSkipsMissingTables) {
+    schema::Catalog catalog = TestCatalog();
+    catalog.Add({QStringLiteral("GoneTable"),
+                 {{QStringLiteral("GoneID"), ColumnType::Long, 0, true, true, {}}}});
+    schema::Apply(db(), catalog);
+    db().Execute("DROP TABLE GoneTable");
+    if (GetParam() == Engine::Postgres)
+        db().Execute("ALTER TABLE InsCoTable DISABLE TRIGGER USER");
     db().Execute("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (6703, 'seeded')");
-    schema::SyncIdentities(db(), TestCatalog());
+    if (GetParam() == Engine::Postgres)
+        db().Execute("ALTER TABLE InsCoTable ENABLE TRIGGER USER");
+    schema::SyncIdentities(db(), catalog);
     EXPECT_EQ(db().InsertWithIdentity("INSERT INTO InsCoTable (InsCoNam) VALUES ('next')"), 6704);
 }
 
