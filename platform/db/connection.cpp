@@ -10,6 +10,7 @@
 
 #include "platform/db/recordset.h"
 #include "platform/db/translate_sql.h"
+#include "platform/db/unicode_text.h"
 
 Q_LOGGING_CATEGORY(lcDb, "orvo.db")
 
@@ -98,6 +99,7 @@ void Connection::Configure() {
                                                                 : options_.pgConnInfo);
     }
     if (options_.engine == Engine::Sqlite) {
+        InstallUnicodeText(db_);
         ExecuteTranslated(QStringLiteral("PRAGMA journal_mode=WAL"));
         ExecuteTranslated(QStringLiteral("PRAGMA synchronous=NORMAL"));
     } else {

@@ -540,6 +540,7 @@ private:
     void RewriteConcatenation();
     void RewriteSelectedConditions();
     void RewriteTableTypes();
+    void RewritePrefixLike();
     void RewriteUpdate();
     void RewriteDelete();
     void RewriteInsertSource();
@@ -598,6 +599,7 @@ std::optional<QString> Statement::Translate() {
     if (IsWord(First(), "IF"_L1))
         return BackupGuard();
     RewriteLiterals();
+    RewritePrefixLike();
     RewriteNamesAndCalls();
     RewriteIsNull();
     RewriteBooleans();
@@ -1020,6 +1022,56 @@ void Statement::RewriteTableTypes() {
                 edits.Replace(type, max ? Partner(width) + 1 : type + 1, mapped);
         }
         item = end < close ? Next(end) : close;
+    }
+    Apply(edits);
+}
+
+// The highest code point: a text that starts with a prefix sorts below the prefix followed by
+// it, under the case-insensitive order of both engines.
+const QString kAboveEveryLetter = QString(QChar(0xdbff)) + QChar(0xdfff);
+
+// col LIKE 'abc%' -> (col >= 'abc' AND col < 'abc<highest> AND col LIKE 'abc%'): the range lets
+// the engine read an index of the column (neither engine can for a LIKE that folds case), and
+// the LIKE keeps the answer exact. Only a plain column against a plain prefix, so that nothing
+// around it binds tighter than the AND. It runs before LIKE becomes the server's ILIKE, so a
+// statement already in the server's dialect is left as it is.
+void Statement::RewritePrefixLike() {
+    Edits edits;
+    for (size_t like = 0; like < size(); ++like) {
+        if (!IsWord(like, "LIKE"_L1))
+            continue;
+        const size_t pattern = Next(like);
+        if (pattern >= size() || t_[pattern].kind != Kind::String ||
+            !t_[pattern].text.startsWith(u'\''))
+            continue;
+        const QString& literal = t_[pattern].text;
+        const QStringView prefix = QStringView(literal).mid(1, literal.size() - 3);
+        if (!literal.endsWith(u"%'"_s) || prefix.isEmpty() || prefix.contains(u'%') ||
+            prefix.contains(u'_') || prefix.contains(u'\\'))
+            continue;
+        const size_t after = Next(pattern);
+        if (after < size() && (t_[after].kind == Kind::Op || IsWordIn(after, "ESCAPE COLLATE"_L1) ||
+                               IsPunct(after, u'.') || IsPunct(after, u'(')))
+            continue;
+        const size_t columnEnd = Prev(like);
+        if (columnEnd == npos || !IsName(columnEnd))
+            continue;
+        const size_t columnStart = OperandStart(columnEnd);
+        const size_t before = Prev(columnStart);
+        if (before != npos && !IsPunct(before, u'(') && !IsPunct(before, u',') &&
+            !IsWordIn(before, "WHERE AND OR NOT ON WHEN HAVING THEN ELSE SELECT"_L1))
+            continue;
+        // Already in this form: the LIKE that a range stands in front of.
+        if (IsWord(before, "AND"_L1) && Prev(before) != npos &&
+            t_[Prev(before)].kind == Kind::String &&
+            t_[Prev(before)].text.endsWith(kAboveEveryLetter + u'\''))
+            continue;
+        const QString column = RenderTrimmed(columnStart, columnEnd + 1);
+        const QString low = literal.left(literal.size() - 2) + u'\'';
+        const QString high = literal.left(literal.size() - 2) + kAboveEveryLetter + u'\'';
+        edits.Insert(columnStart, u'(' + column + u" >= "_s + low + u" AND "_s + column + u" < "_s +
+                                      high + u" AND "_s);
+        edits.Insert(pattern + 1, u")"_s);
     }
     Apply(edits);
 }

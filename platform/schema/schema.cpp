@@ -4,11 +4,16 @@
 #include <algorithm>
 
 #include "platform/db/recordset.h"
+#include "platform/db/unicode_text.h"
 
 namespace orvo::schema {
 namespace {
 
 const QString kVersionTable = QStringLiteral("OrvoSchemaVersion");
+
+// Text on the server sorts by the code points of its lower-case letters, whatever the database's
+// own locale, so that both engines give the same order (and a prefix is one range of an index).
+const QString kServerTextCollation = QStringLiteral("orvo_text");
 
 QString ColumnDdl(const Column& column, db::Engine engine) {
     const bool pg = engine == db::Engine::Postgres;
@@ -23,7 +28,8 @@ QString ColumnDdl(const Column& column, db::Engine engine) {
             break;
         case ColumnType::Text:
         case ColumnType::Memo:
-            type = pg ? QStringLiteral("CITEXT") : QStringLiteral("TEXT COLLATE NOCASE");
+            type = pg ? QStringLiteral("CITEXT COLLATE ") + kServerTextCollation
+                      : QStringLiteral("TEXT COLLATE ") + db::kSqliteTextCollation;
             break;
         case ColumnType::Date:
             type = pg ? QStringLiteral("DATE") : QStringLiteral("TEXT");
@@ -229,6 +235,11 @@ void Apply(db::Connection& connection, const Catalog& catalog) {
     const bool pg = connection.engine() == db::Engine::Postgres;
     if (pg)
         connection.Execute(QStringLiteral("CREATE EXTENSION IF NOT EXISTS citext"));
+    if (pg) {
+        connection.Execute(QStringLiteral("CREATE COLLATION IF NOT EXISTS %1 (provider = libc, "
+                                          "locale = 'C.UTF-8')")
+                               .arg(kServerTextCollation));
+    }
     const int stored = StoredVersion(connection);
     db::Transaction transaction(connection);
     if (!TableExists(connection, kVersionTable)) {
