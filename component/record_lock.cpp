@@ -149,7 +149,7 @@ qsizetype FirstFreeSlot(const QString& text) {
 }
 
 bool WriteWhole(QFile& file, const QString& text) {
-    const QByteArray bytes = text.toLatin1();
+    const QByteArray bytes = text.toUtf8();
     return file.seek(0) && file.write(bytes) == bytes.size() && file.flush() &&
            file.resize(bytes.size());
 }
@@ -166,10 +166,11 @@ bool OpenSharedFile(QFile& file, const shared::Sharing& sharing) {
 
 int StationLockListUnguarded(GIC& gic, const QString& tableKey, int recordId, short mode) {
     const shared::Sharing sharing = PrepareTempFolder(gic);
-    QFile file(TempFolder(gic) + gic.GetStationID() + QStringLiteral(".LCK"));
+    QFile file(TempFolder(gic) + lockfiles::SafeFileName(gic.GetStationID()) +
+               QStringLiteral(".LCK"));
     if (!OpenSharedFile(file, sharing))
         return 0;
-    QString text = QString::fromLatin1(file.readAll());
+    QString text = lockfiles::DecodeStored(file.readAll());
     const QString key = SlotKey(tableKey, recordId);
     const qsizetype found = (text + QLatin1Char(' ')).indexOf(key);
     if (mode == kStationListFind)
@@ -227,11 +228,12 @@ private:
 };
 
 void WriteTableHolder(GIC& gic, const QString& path, const shared::Sharing& sharing) {
-    const QByteArray who =
-        gic.GetLoginName().left(kTableHolderSize).leftJustified(kTableHolderSize).toLatin1();
+    const QByteArray who = AsStored(gic.GetLoginName().left(kTableHolderSize))
+                               .leftJustified(kTableHolderSize)
+                               .toUtf8();
     QFile file(path);
     if (!OpenSharedFile(file, sharing) || file.write(who) != who.size() ||
-        !file.resize(kTableHolderSize)) {
+        !file.resize(who.size())) {
         qCWarning(lcLocks) << "Cannot write" << path << file.errorString();
     }
 }
@@ -240,7 +242,7 @@ QString ReadTableHolder(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return QString();
-    return QString::fromLatin1(file.read(kTableHolderSize)).trimmed();
+    return lockfiles::DecodeStored(file.readAll()).left(kTableHolderSize).trimmed();
 }
 
 bool AskRetryTable(const QString& holderPath, const QString& title, BusyCursor& cursor) {
@@ -260,7 +262,7 @@ bool AskRetryTable(const QString& holderPath, const QString& title, BusyCursor& 
 
 QString RecordLockPath(GIC& gic, const QString& TableKey, int RecordID) {
     return TempFolder(gic) + QString::number(static_cast<quint32>(RecordID), 16).toUpper() +
-           QLatin1Char('.') + TableKey.left(3).toUpper();
+           QLatin1Char('.') + lockfiles::SafeFileName(TableKey.left(3).toUpper());
 }
 
 int LockRecord(GIC& gic, const QString& TableKey, int RecordID, bool ShowMessage) {
@@ -320,7 +322,7 @@ int LockTable(GIC& gic, const QString& TableName, const QString& Title, bool Ret
               double WaitSeconds) {
     BusyCursor cursor;
     const shared::Sharing sharing = PrepareTempFolder(gic);
-    const QString base = TempFolder(gic) + TableName.left(kTableNameWidth);
+    const QString base = TempFolder(gic) + lockfiles::SafeFileName(TableName.left(kTableNameWidth));
     const QString lockPath = base + QStringLiteral(".LCK");
     const QString holderPath = base + QStringLiteral(".Who");
     const int waitMilliseconds = qMax(0, qRound(WaitSeconds * 1000.0));

@@ -1,6 +1,8 @@
 #include "platform/lock_files.h"
 
+#include <QCryptographicHash>
 #include <QFile>
+#include <QStringDecoder>
 #include <QStringList>
 
 namespace orvo::lockfiles {
@@ -46,17 +48,91 @@ QString ReadProfileString(const QString& path, const QString& section, const QSt
     return QString();
 }
 
+namespace {
+
+bool MustEscape(char32_t c, bool first, bool last) {
+    if (c < 0x20 || c == 0x7F || (c >= 0x80 && c <= 0x9F))
+        return true;
+    switch (c) {
+        case '/':
+        case '\\':
+        case '%':
+        case ':':
+        case '*':
+        case '?':
+        case '"':
+        case '<':
+        case '>':
+        case '|':
+            return true;
+        case '.':
+            return first || last;
+        case ' ':
+            return last;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+QString SafeFileName(const QString& name) {
+    const QList<uint> characters = QString::fromUtf8(name.toUtf8()).toUcs4();
+    // Each character as it goes into the name: its UTF-8 bytes, or their escapes.
+    QList<QByteArray> pieces;
+    qsizetype bytes = 0;
+    for (qsizetype i = 0; i < characters.size(); ++i) {
+        const char32_t c = characters[i];
+        const QByteArray utf8 = QString::fromUcs4(&c, 1).toUtf8();
+        QByteArray piece;
+        if (MustEscape(c, i == 0, i == characters.size() - 1)) {
+            for (const char byte : utf8)
+                piece += '%' + QByteArray::number(static_cast<uchar>(byte), 16)
+                                   .rightJustified(2, '0')
+                                   .toUpper();
+        } else {
+            piece = utf8;
+        }
+        bytes += piece.size();
+        pieces.append(piece);
+    }
+    QByteArray safe;
+    if (bytes <= kMaxNameBytes) {
+        for (const QByteArray& piece : pieces)
+            safe += piece;
+        return QString::fromUtf8(safe);
+    }
+    const QByteArray hash =
+        QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Sha1).toHex().left(8).toUpper();
+    for (const QByteArray& piece : pieces) {
+        if (safe.size() + piece.size() > kMaxNameBytes - 1 - hash.size())
+            break;
+        safe += piece;
+    }
+    return QString::fromUtf8(safe + '~' + hash);
+}
+
+QString NameOfFile(const QString& fileName) {
+    return QString::fromUtf8(QByteArray::fromPercentEncoding(fileName.toUtf8()));
+}
+
+QString DecodeStored(const QByteArray& bytes) {
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(bytes);
+    return utf8.hasError() ? QString::fromLatin1(bytes) : text;
+}
+
 QString AsStored(const QString& text) {
-    return QString::fromLatin1(text.toLatin1());
+    return QString::fromUtf8(text.toUtf8());
 }
 
 QString SlotKey(const QString& tableKey, int recordId) {
-    return AsStored(tableKey.toUpper()).left(kTableKeyWidth).leftJustified(kTableKeyWidth) +
+    return AsStored(tableKey.toUpper().left(kTableKeyWidth)).leftJustified(kTableKeyWidth) +
            QString::number(recordId).right(kRecordIdWidth).rightJustified(kRecordIdWidth);
 }
 
 QString SlotStation(const QString& stationId) {
-    return AsStored(stationId).right(kStationWidth).rightJustified(kStationWidth);
+    return AsStored(stationId.right(kStationWidth)).rightJustified(kStationWidth);
 }
 
 QList<StationSlot> ParseStationList(const QString& text) {

@@ -34,11 +34,28 @@ RecordHolder ReadRecordHolder(const QString& holderPath);
 // the file, section or key is missing.
 QString ReadProfileString(const QString& path, const QString& section, const QString& key);
 
+// A station id, a table key or a table name as the part of a file name in TEMP/ it becomes. A
+// plain name stays as it is, accents and all (names are kept in UTF-8), so that the files keep
+// the names people know. What could lead out of the folder, or what a shared file system refuses,
+// is escaped as %XX for each of its UTF-8 bytes, which can be undone: '/', '\', '%', control
+// characters, : * ? " < > |, a leading dot and a trailing dot or blank. A name of more than
+// kMaxNameBytes bytes is cut and ends in "~" and eight hexadecimal digits of a hash of the whole
+// name, so that two long names that begin alike keep files of their own.
+inline constexpr qsizetype kMaxNameBytes = 120;
+QString SafeFileName(const QString& name);
+// The name that SafeFileName made fileName of; a name that was cut comes back cut.
+QString NameOfFile(const QString& fileName);
+
+// The text of a station list or a table holder file. They are written in UTF-8; a file that is
+// not valid UTF-8 was written one byte a character, and is read so.
+QString DecodeStored(const QByteArray& bytes);
+
 // The first 25 characters of a station list slot: the key a slot is found by.
 QString SlotKey(const QString& tableKey, int recordId);
 // The last 15 characters of a slot.
 QString SlotStation(const QString& stationId);
-// The text as the one-byte-per-character files keep it.
+// The text as the files keep it: a half of a character pair that a cut left is a replacement
+// character, as it reads back.
 QString AsStored(const QString& text);
 
 struct StationSlot {

@@ -5,6 +5,7 @@
 #include <list>
 
 #include "platform/file_error.h"
+#include "platform/lock_files.h"
 #include "tests/locks/lock_fixture.h"
 
 namespace orvo::locks::test {
@@ -133,6 +134,77 @@ TEST_F(LockTest, ALockFileThatCannotBeOpenedIsAnErrorNotARefusal) {
         ErrorOf([&] { LockTable(*gic, "IPTable", "", false, 0.5); }),
         "Cannot reach the data folder " + dir.filePath("gone/") + ": No such file or directory");
     EXPECT_FALSE(QFile::exists(dir.filePath("gone")));
+}
+
+TEST(SafeFileNameTest, PlainNamesStayOthersAreEscapedReadablyAndReversibly) {
+    using lockfiles::NameOfFile;
+    using lockfiles::SafeFileName;
+    for (const QString name :
+         {"FRONT1", "WORKSTATION-NUMBER-0042", "IPTable", "Peña", "Łódź 2", "Müller.PC"}) {
+        EXPECT_EQ(SafeFileName(name), name);
+    }
+    EXPECT_EQ(SafeFileName("../../escape"), "%2E.%2F..%2Fescape");
+    EXPECT_EQ(SafeFileName("."), "%2E");
+    EXPECT_EQ(SafeFileName("A:B\\C%\n"), "A%3AB%5CC%25%0A");
+    EXPECT_EQ(SafeFileName("FRONT "), "FRONT%20");
+    for (const QString name : {"../../escape", "A:B\\C%\n", "FRONT ", "50%/José"})
+        EXPECT_EQ(NameOfFile(SafeFileName(name)), name);
+
+    // Long names are cut to a length every file system takes, and stay apart.
+    const QString longName = QString(290, QChar(0x00E9)) + "0001";
+    const QString cut = SafeFileName(longName);
+    EXPECT_LE(cut.toUtf8().size(), lockfiles::kMaxNameBytes);
+    EXPECT_TRUE(cut.startsWith(QString(50, QChar(0x00E9)))) << cut.toStdString();
+    EXPECT_NE(cut, SafeFileName(QString(290, QChar(0x00E9)) + "0002"));
+    EXPECT_EQ(cut, SafeFileName(longName));
+}
+
+TEST_F(LockTest, StationNamesNeverLeadOutOfTheLockFolder) {
+    const QString outside = QDir(dir.path()).filePath("../escape.LCK");
+    session.stationId = "../../escape";
+    {
+        HeldRecord carrier(*gic, "INSCOTABLE", 6703);
+        ASSERT_GT(carrier.number, 0);
+        EXPECT_TRUE(TempExists("%2E.%2F..%2Fescape.LCK"));
+        EXPECT_EQ(lockfiles::ReadRecordHolder(TempPath("1A2F.INS.UserData")).station,
+                  "../../escape");
+    }
+    EXPECT_FALSE(QFile::exists(outside));
+    QFile::remove(outside);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList{"TEMP"});
+
+    // Keys and table names too.
+    EXPECT_EQ(RecordLockPath(*gic, "../PATABLE", 1), TempPath("1.%2E.%2F"));
+    int table = LockTable(*gic, "../../x", "", false, 0);
+    EXPECT_GT(table, 0);
+    UnlockTable(table);
+    EXPECT_TRUE(TempExists("%2E.%2F..%2Fx.LCK"));
+    EXPECT_TRUE(TempExists("%2E.%2F..%2Fx.Who"));
+}
+
+TEST_F(LockTest, LongSlashedAndAccentedStationNamesKeepTheirListsAndHolders) {
+    const QString names[] = {QString(300, 'W'), QString(299, 'W') + 'X', "FRONT/DESK",
+                             "Recepción Łódź-1"};
+    QStringList lists;
+    for (const QString& station : names) {
+        session.stationId = station;
+        HeldRecord person(*gic, "PATABLE", 12);
+        ASSERT_GT(person.number, 0) << station.toStdString();
+        EXPECT_EQ(lockfiles::ReadRecordHolder(TempPath("C.PAT.UserData")).station, station);
+        EXPECT_EQ(StationLockList(*gic, "PATABLE", 12, kStationListAdd), 1) << "the slot is ours";
+        const QString list = lockfiles::SafeFileName(station) + ".LCK";
+        EXPECT_TRUE(TempExists(list)) << list.toStdString();
+        lists << list;
+    }
+    EXPECT_EQ(lists.removeDuplicates(), 0);
+
+    // The slot keeps the last fifteen characters as they are: no question marks.
+    session.stationId = "Recepción Łódź-1";
+    HeldRecord person(*gic, "PATABLE", 12);
+    EXPECT_EQ(QString::fromUtf8(ReadTemp("Recepción Łódź-1.LCK")),
+              "PATABLE                12ecepción Łódź-1");
+    EXPECT_EQ(StationLockList(*gic, "PATABLE", 12, kStationListFind), 1);
 }
 
 TEST_F(LockTest, FileNumbersRunOutAt255) {
