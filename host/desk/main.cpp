@@ -97,9 +97,12 @@ int OpenScreen(host::MainWindow& window, const QString& open, const QString& scr
 int Run(QApplication& app, const QCommandLineParser& args) {
     if (args.isSet(QStringLiteral("locks"))) {
         const QString data = args.value(QStringLiteral("data"));
-        std::fputs(qPrintable(host::LockReport(data.isEmpty() ? host::DefaultDataDir() : data)),
-                   stdout);
-        return 0;
+        const QByteArray report =
+            host::LockReport(data.isEmpty() ? host::DefaultDataDir() : data).toUtf8();
+        return std::fwrite(report.constData(), 1, report.size(), stdout) ==
+                       static_cast<size_t>(report.size())
+                   ? 0
+                   : 1;
     }
     host::ComponentLoader component(host::DefaultComponentPath());
     host::PracticeOptions options;

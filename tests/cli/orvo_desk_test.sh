@@ -39,5 +39,15 @@ out=$("$desk" --data "$data" --locks)
 case "$out" in *"2.INS"*"left"*) r=0 ;; *) r=1 ;; esac
 check "the lock of a station that ended shows as left" $r "$out"
 
+out=$("$desk" --data "$data/not-mounted" --locks 2>&1); r=$?
+case "$r:$out" in 0:*) r=1 ;; *"the data folder $data/not-mounted does not exist"*) r=0 ;; *) r=1 ;; esac
+check "the listing of a data folder that does not exist is an error" $r "$out"
+
+# A holder file with a NUL in it is listed whole, and so is everything after it.
+printf '[DATA]\r\nUSER=DR\0SMITH\r\n' > "$data/TEMP/3.EMP.UserData"; : > "$data/TEMP/3.EMP"
+out=$("$desk" --data "$data" --locks)
+case "$out" in *'user [DR\x00SMITH]'*"Station lists:"*) r=0 ;; *) r=1 ;; esac
+check "a NUL in a holder file does not cut the listing short" $r "$out"
+
 echo "$((checks - failures)) passed, $failures failed"
 [ "$failures" -eq 0 ]
