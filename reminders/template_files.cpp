@@ -161,7 +161,19 @@ QString ResolveImagesForPreview(QString text, const QString& templateFolder) {
     QString folder = LocalPath(templateFolder);
     if (!folder.endsWith(u'/'))
         folder += u'/';
-    return text.replace(kImagePathVariable, folder);
+    // The rest of each image path was written with backslashes too.
+    QString resolved;
+    qsizetype from = 0;
+    for (qsizetype at; (at = text.indexOf(kImagePathVariable, from)) >= 0;) {
+        resolved += text.mid(from, at - from) + folder;
+        qsizetype end = at + kImagePathVariable.size();
+        while (end < text.size() && !QStringLiteral("\"'>) \t\r\n").contains(text[end]))
+            ++end;
+        resolved += LocalPath(
+            text.mid(at + kImagePathVariable.size(), end - at - kImagePathVariable.size()));
+        from = end;
+    }
+    return resolved + text.mid(from);
 }
 
 QString ResolveImagesForSending(QString text, const QString& relativeFolder) {

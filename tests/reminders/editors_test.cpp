@@ -13,6 +13,7 @@
 #include <QTextEdit>
 #include <QToolButton>
 
+#include "host/reminder_demo_data.h"
 #include "reminders/default_messages.h"
 #include "reminders/frm_ed_msg.h"
 #include "reminders/frm_quick_editor.h"
@@ -298,18 +299,26 @@ TEST(OutboxSenderTest, AMailCommandTakesTheMessageOrSaysWhyNot) {
 }
 
 TEST_P(EditorsTest, Screenshots) {
+    // Once is enough: the pictures do not depend on the engine.
+    if (GetParam() != db::Engine::Sqlite)
+        GTEST_SKIP() << "taken on the embedded engine";
+    const auto save = [](QWidget& widget, const char* name) {
+        EXPECT_TRUE(widget.grab().save(QDir::tempPath() + QStringLiteral("/reminders_") +
+                                       QLatin1String(name) + QStringLiteral(".png")));
+    };
     auto text = Editor(kTextMessage,
                        GetDefaultMessage(kAppointmentConfirmation, kTextMessage, false, kEnglish));
     text->resize(900, 560);
-    EXPECT_TRUE(text->grab().save(
-        QDir::tempPath() + QStringLiteral("/reminders_quick_editor_text_") +
-        QString::fromStdString(orvo::test::EngineName(GetParam())) + QStringLiteral(".png")));
+    save(*text, "quick_editor_text");
     auto mail =
         Editor(kEMail, GetDefaultMessage(kAppointmentConfirmation, kEMail, false, kEnglish));
     mail->resize(1000, 640);
-    EXPECT_TRUE(mail->grab().save(
-        QDir::tempPath() + QStringLiteral("/reminders_quick_editor_email_") +
-        QString::fromStdString(orvo::test::EngineName(GetParam())) + QStringLiteral(".png")));
+    save(*mail, "quick_editor_email");
+    host::SeedDemoTemplates(session_.dataPath);
+    auto predefined = Editor(kEMail, TemplateTag(QStringLiteral("BlueSky\\index.html")));
+    predefined->resize(1100, 700);
+    ASSERT_EQ(predefined->lstTemplates->currentRow(), 0);
+    save(*predefined, "quick_editor_template");
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, EditorsTest, testing::ValuesIn(orvo::test::AllEngines()),

@@ -100,9 +100,11 @@ TEST(TemplateFiles, OldNamesAreReplacedInFilesOnly) {
     EXPECT_EQ(ReadTemplateText(path), QString::fromUtf8("Pe\xc3\xb1"
                                                         "a"));
 
-    EXPECT_EQ(ResolveImagesForPreview(QStringLiteral("<img src=\"{ImagePath}a.png\">"),
+    EXPECT_EQ(ResolveImagesForPreview(QStringLiteral("<img src=\"{ImagePath}img\\a.png\"> a\\b "
+                                                     "{ImagePath}b.png"),
                                       QStringLiteral("/d/STP/Templates/X")),
-              QStringLiteral("<img src=\"/d/STP/Templates/X/a.png\">"));
+              QStringLiteral("<img src=\"/d/STP/Templates/X/img/a.png\"> a\\b "
+                             "/d/STP/Templates/X/b.png"));
     EXPECT_EQ(ResolveImagesForSending(QStringLiteral("<img src=\"{ImagePath}a.png\">"),
                                       QStringLiteral("AppointmentReminder\\Spring")),
               QStringLiteral("<img src=\"Templates/AppointmentReminder/Spring/a.png\">"));

@@ -73,12 +73,13 @@ TEST_P(ReminderStoreTest, BodiesGoByParameterWithEmptyOnesAsOneBlank) {
                               QString::fromUcs4(U"\U0001F600\U00020000\U00030000\U000E0001"
                                                 U"\U000F0000\U0010FFFD"),
                               QStringLiteral("$orvo_procedure$ @TextMessage ?\t\r\n")};
-    for (int i = 0; big.toUtf8().size() < 1024 * 1024; ++i) {
-        big += pieces[i % 5];
-        for (char32_t plane = 0; plane <= 16; ++plane)
-            big +=
-                QString::fromUcs4(std::u32string(1, plane * 0x10000 + 0x100 + (i % 200)).data(), 1);
-    }
+    std::u32string planes;
+    for (char32_t plane = 0; plane <= 16; ++plane)
+        planes += plane * 0x10000 + 0x100;
+    const QString allPlanes = QString::fromUcs4(planes.data(), planes.size());
+    for (int i = 0; big.size() < 1024 * 1024; ++i)
+        big += pieces[i % 5] + allPlanes;
+    ASSERT_GE(big.toUtf8().size(), 1024 * 1024);
     MessageBodies bodies{big,       QStringLiteral("<p>e-mail</p>"),
                          QString(), QStringLiteral("x.rtf"),
                          QString(), QString::fromUtf8("Se\xc3\xb1or")};
