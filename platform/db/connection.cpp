@@ -8,6 +8,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include "platform/db/pg_search_path.h"
 #include "platform/db/recordset.h"
 #include "platform/db/translate_sql.h"
 #include "platform/db/unicode_text.h"
@@ -105,10 +106,7 @@ void Connection::Configure() {
     } else {
         ExecuteTranslated(QStringLiteral("SET client_min_messages TO WARNING"));
         ExecuteTranslated(QStringLiteral("SET DateStyle TO ISO, MDY"));
-        if (!options_.pgSchema.isEmpty()) {
-            ExecuteTranslated(
-                QStringLiteral("SET search_path TO \"%1\", public").arg(options_.pgSchema));
-        }
+        SetSearchPath(*this, options_.pgSchema);
     }
 }
 
