@@ -20,6 +20,11 @@ struct PracticeOptions {
 
 QString DefaultDataDir();
 
+// A --pg value checked before any connection is tried: libpq's key=value form, with values
+// plain or in single quotes. An empty or malformed one throws, naming the fault but never a
+// value (one may be a password), so that a typo never falls back to another database.
+QString CheckedConnInfo(const QString& conninfo);
+
 // The host's own tables and the component's, as one catalog.
 schema::Catalog PracticeCatalog(ComponentLoader& component);
 

@@ -6,8 +6,10 @@
 #include <cstdio>
 
 #include "host/component_loader.h"
+#include "host/practice.h"
 #include "host/scenario/runner.h"
 #include "host/scenario/scenario.h"
+#include "host/scenario/verbs.h"
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
@@ -28,14 +30,27 @@ int main(int argc, char** argv) {
              "and skips (exit 77) when that is not set."),
          QStringLiteral("ENGINE")},
         {QStringLiteral("station"), QStringLiteral("This station's id."), QStringLiteral("NAME")},
-        {QStringLiteral("keep"), QStringLiteral("Keep the data folder of a failed scenario.")},
+        {QStringLiteral("keep"),
+         QStringLiteral("Keep the data folder of each failed scenario, and name it.")},
+        {QStringLiteral("verbs"), QStringLiteral("List the steps a scenario file may use.")},
     });
     args.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Scenario files."),
                                QStringLiteral("FILE..."));
     args.process(app);
+    if (args.isSet(QStringLiteral("verbs"))) {
+        for (const orvo::scenario::Verb& verb : orvo::scenario::Verbs())
+            std::printf("%s\n", verb.usage);
+        return 0;
+    }
 
     orvo::scenario::RunOptions options;
-    options.pgConnInfo = args.value(QStringLiteral("pg"));
+    try {
+        if (args.isSet(QStringLiteral("pg")))
+            options.pgConnInfo = orvo::host::CheckedConnInfo(args.value(QStringLiteral("pg")));
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "orvo-scenario: %s\n", error.what());
+        return 2;
+    }
     options.stationId = args.value(QStringLiteral("station"));
     options.keepData = args.isSet(QStringLiteral("keep"));
     if (args.value(QStringLiteral("engine")) == QLatin1String("pg") &&

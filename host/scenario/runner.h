@@ -7,18 +7,22 @@
 #include <QString>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
 #include "host/scenario/scenario.h"
 
 namespace orvo {
 class EditingScreen;
+class ScriptedPrompts;
+namespace db {
+class Connection;
+}
 namespace host {
 class ComponentLoader;
 class HostGIC;
 struct HostSession;
 }  // namespace host
-class ScriptedPrompts;
 }  // namespace orvo
 
 namespace orvo::scenario {
@@ -26,12 +30,19 @@ namespace orvo::scenario {
 struct RunOptions {
     QString pgConnInfo;  // empty: the embedded engine
     QString stationId;
-    bool keepData = false;  // leave the data folder behind, for a look after a failure
+    bool keepData = false;  // leave the data folder of a failed scenario behind
 };
+
+// A step that does not hold; the run goes on with the next scenario.
+struct StepFailure : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+[[noreturn]] void Throw(const QString& message);
 
 // Runs one scenario against a database and data folder of its own, as a person at a station
 // would: start methods are called for real, and while their modal screens are up the following
-// steps are carried out inside them, one screen level at a time.
+// steps are carried out inside them, one screen level at a time. What each verb does is in the
+// verb table (verbs.h); the runner gives the verbs the session and the screens.
 class Runner : public QObject {
     Q_OBJECT
 public:
@@ -42,19 +53,31 @@ public:
     bool Run(const Scenario& scenario);
     const QString& failure() const { return failure_; }
 
+    // For the verbs.
+    host::HostSession& session() { return *session_; }
+    db::Connection& db();
+    host::HostGIC& gic() { return *gic_; }
+    ScriptedPrompts& prompts() { return *prompts_; }
+    QStringList& lastArgs() { return lastArgs_; }
+    // The innermost screen that is up; throws when none is.
+    QDialog* ActiveScreen() const;
+    // The control the step names in its word argIndex, on the innermost screen.
+    QWidget* Control(const Step& step, int argIndex = 0) const;
+    // Calls a start method; the steps that follow run inside the screen it opens.
+    void Call(const Step& step);
+    // "station NAME opens METHOD TEXT [as LOGIN]" and "station NAME closes".
+    void Station(const Step& step);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void RunScenario(const QString& dataDir);
     void RunSteps();
     void Do(const Step& step);
-    void Call(const Step& step);
     void Fail(const QString& message);
     void CloseAllScreens();
-    QDialog* ActiveScreen() const;
-    QWidget* Control(const Step& step, int argIndex = 0) const;
     QString Expand(const QString& text) const;
-    void OpenOnOtherStation(const Step& step);
     void CloseOtherStations();
 
     RunOptions options_;
@@ -68,6 +91,8 @@ private:
     std::vector<QPointer<QDialog>> screens_;
     QStringList lastArgs_;
     QString failure_;
+    // Where the practice's database is on the server, for the other stations.
+    QString pgConnInfo_;
     QString pgSchema_;
     // Other stations: orvo-desk processes on the same practice, each holding one screen open.
     std::map<QString, std::unique_ptr<QProcess>> stations_;

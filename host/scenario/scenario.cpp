@@ -4,6 +4,8 @@
 #include <QTextStream>
 #include <stdexcept>
 
+#include "host/scenario/verbs.h"
+
 namespace orvo::scenario {
 namespace {
 
@@ -96,16 +98,18 @@ std::vector<Scenario> ParseScenarioFile(const QString& path) {
         const qsizetype blank = line.indexOf(QLatin1Char(' '));
         step.verb = blank < 0 ? line : line.left(blank);
         step.rest = blank < 0 ? QString() : line.mid(blank + 1).trimmed();
+        const Verb* verb = FindVerb(step.verb);
         // Statements are taken as written; every other verb's words are split.
-        if (step.verb != QLatin1String("seed") && step.verb != QLatin1String("sql")) {
+        if (!verb || !verb->takesStatement)
             step.args = SplitWords(step.rest, number);
-        }
         if (step.verb == QLatin1String("scenario")) {
             if (step.args.size() != 1)
                 Fail(number, QStringLiteral("scenario takes one name"));
             scenarios.push_back({path, step.args[0], prelude});
             continue;
         }
+        if (!verb)
+            Fail(number, QStringLiteral("unknown step %1").arg(step.verb));
         if (scenarios.empty()) {
             prelude.push_back(step);
         } else {
