@@ -3,37 +3,76 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
 #include <QTextStream>
 #include <cstdio>
 
 #include "host/component_loader.h"
 #include "host/practice.h"
-#include "platform/db/recordset.h"
 #include "platform/db/translate_sql.h"
 
 namespace {
 
 using namespace orvo;
 
-bool ReturnsRows(const QString& translated) {
-    const QString head = translated.trimmed().section(QLatin1Char(' '), 0, 0).toUpper();
-    return head == QLatin1String("SELECT") || head == QLatin1String("WITH") ||
-           head == QLatin1String("VALUES") || head == QLatin1String("PRAGMA") ||
-           head == QLatin1String("SHOW") ||
-           translated.contains(QLatin1String(" RETURNING "), Qt::CaseInsensitive);
+// A value on one line of the table: tabs, line ends and backslashes are escaped, so that no
+// value can add a column or a row.
+QString Escaped(const QString& value) {
+    QString out;
+    out.reserve(value.size());
+    for (const QChar c : value) {
+        switch (c.unicode()) {
+            case '\\':
+                out += QStringLiteral("\\\\");
+                break;
+            case '\t':
+                out += QStringLiteral("\\t");
+                break;
+            case '\n':
+                out += QStringLiteral("\\n");
+                break;
+            case '\r':
+                out += QStringLiteral("\\r");
+                break;
+            default:
+                out += c;
+        }
+    }
+    return out;
 }
 
-void PrintRows(db::Recordset& rs, QTextStream& out) {
+void PrintRows(QSqlQuery& query, QTextStream& out) {
+    const QSqlRecord record = query.record();
     QStringList header;
-    for (int i = 0; i < rs.FieldCount(); ++i)
-        header << rs.FieldName(i);
+    for (int i = 0; i < record.count(); ++i)
+        header << Escaped(record.fieldName(i));
     out << header.join(QLatin1Char('\t')) << '\n';
-    for (; !rs.Eof(); rs.MoveNext()) {
+    while (query.next()) {
         QStringList row;
-        for (int i = 0; i < rs.FieldCount(); ++i)
-            row << rs.Text(i);
+        for (int i = 0; i < record.count(); ++i) {
+            const QVariant value = query.value(i);
+            row << (value.isNull() ? QString() : Escaped(value.toString()));
+        }
         out << row.join(QLatin1Char('\t')) << '\n';
     }
+}
+
+// Runs one statement as the engine takes it. Whether rows are printed is decided by what the
+// statement gave back, not by how it reads: a SELECT after a comment or a line break, a
+// RETURNING, a PRAGMA all print theirs.
+void RunStatement(db::Connection& connection, const QString& translated, QTextStream& out) {
+    QSqlQuery query(connection.database());
+    query.setForwardOnly(true);
+    if (!query.exec(translated)) {
+        QString message = query.lastError().databaseText().trimmed();
+        if (message.isEmpty())
+            message = query.lastError().text();
+        throw db::DatabaseError(message, translated);
+    }
+    if (query.isSelect())
+        PrintRows(query, out);
 }
 
 int Run(const QCommandLineParser& args) {
@@ -60,22 +99,23 @@ int Run(const QCommandLineParser& args) {
     host::ComponentLoader component(host::DefaultComponentPath());
     host::PracticeOptions options;
     options.dataDir = args.value(QStringLiteral("data"));
-    options.pgConnInfo = args.value(QStringLiteral("pg"));
+    if (args.isSet(QStringLiteral("pg")))
+        options.pgConnInfo = host::CheckedConnInfo(args.value(QStringLiteral("pg")));
+    options.pgSchema = args.value(QStringLiteral("pg-schema"));
+    if (args.isSet(QStringLiteral("pg-schema")) && options.pgConnInfo.isEmpty())
+        throw std::runtime_error("--pg-schema names a schema of the --pg database: give --pg too");
     host::HostSession session = host::OpenPractice(options, host::PracticeCatalog(component));
 
     db::Connection& connection = *session.connection;
     for (const QString& statement : statements) {
+        // A statement may translate into several; each goes to the driver on its own.
         for (const QString& piece : db::SplitSqlStatements(statement)) {
-            const QString translated = connection.Translate(piece);
-            if (translated.trimmed().isEmpty())
-                continue;
-            if (ReturnsRows(translated)) {
-                db::Recordset rs(connection, piece);
-                PrintRows(rs, out);
-            } else {
-                connection.Execute(piece);
+            for (const QString& translated : db::SplitSqlStatements(connection.Translate(piece))) {
+                if (translated.trimmed().isEmpty())
+                    continue;
+                RunStatement(connection, translated, out);
+                out.flush();
             }
-            out.flush();
         }
     }
     return 0;
@@ -95,6 +135,9 @@ int main(int argc, char** argv) {
          QStringLiteral("DIR")},
         {QStringLiteral("pg"), QStringLiteral("PostgreSQL connection (libpq conninfo)."),
          QStringLiteral("CONNINFO")},
+        {QStringLiteral("pg-schema"),
+         QStringLiteral("With --pg: the schema that holds the practice, when not the default."),
+         QStringLiteral("SCHEMA")},
         {QStringLiteral("create"), QStringLiteral("Create the practice database (schema only).")},
         {QStringLiteral("c"), QStringLiteral("A statement to run; may be given many times."),
          QStringLiteral("STATEMENT")},

@@ -40,5 +40,30 @@ status=$?
 check "a bad statement exits with 1" "1" "$status"
 case "$err" in *NoSuchTable*) check "the error names the statement" x x ;; *) check "the error names the statement" "…NoSuchTable…" "$err" ;; esac
 
+# Whether a statement prints rows is what it returns, not how it is written; values with tabs,
+# line ends and backslashes stay on their line and in their column. On both engines.
+engines="sqlite"
+[ -n "${ORVO_TEST_PG:-}" ] && engines="sqlite pg"
+for engine in $engines; do
+    where=(--data "$data/$engine")
+    if [ "$engine" == pg ]; then
+        db="orvo_cli_sql_$$"
+        psql "$ORVO_TEST_PG" -qc "CREATE DATABASE \"$db\" TEMPLATE template0" >/dev/null
+        trap 'psql "$ORVO_TEST_PG" -qc "DROP DATABASE IF EXISTS \"$db\" WITH (FORCE)" >/dev/null 2>&1; rm -rf "$data"' EXIT
+        where+=(--pg "$ORVO_TEST_PG dbname=$db")
+    fi
+    "$sql" "${where[@]}" -c "INSERT INTO InsCoTable (InsCoInd, InsCoNam, InsCoCit) VALUES (5, 'Acme', 'Dayton')" >/dev/null
+    out=$("$sql" "${where[@]}" -c "$(printf 'select\n  InsCoNam\tFROM InsCoTable')" -c "select*from InsCoTable where 1=0" \
+        -c "$(printf -- '-- who is there\nSELECT count(*) AS n FROM InsCoTable')")
+    # (The server gives column names in lower case.)
+    check "$engine: a SELECT prints its rows however it is written" \
+        "$(printf 'insconam\nacme\ninscoind\tinsconam\tinscoadd1\tinscoadd2\tinscocit\tinscosta\tinscozip\tinscotel\tinscotel2\tinscofax\tinscorem1\tinscorem2\tinscoema\tinscoprefix\tinscoaccid\tinscoswchr\nn\n1')" \
+        "$(echo "$out" | tr '[:upper:]' '[:lower:]')"
+    "$sql" "${where[@]}" -c "UPDATE InsCoTable SET InsCoNam='$(printf 'Tab\there')', InsCoCit='$(printf 'C:\\WP\r\nnext')' WHERE InsCoInd=5"
+    out=$("$sql" "${where[@]}" -c "SELECT InsCoNam, InsCoCit FROM InsCoTable" | tail -n +2)
+    check "$engine: tabs, line ends and backslashes in values are escaped" \
+        'Tab\there	C:\\WP\r\nnext' "$out"
+done
+
 echo "$((checks - failures)) passed, $failures failed"
 [ "$failures" -eq 0 ]
