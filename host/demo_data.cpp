@@ -1,5 +1,8 @@
 #include "host/demo_data.h"
 
+#include <QDate>
+
+#include "host/host_tables.h"
 #include "host/login.h"
 #include "host/reminder_demo_data.h"
 #include "host/zip_demo_data.h"
@@ -86,14 +89,60 @@ const Payer kPayers[] = {
     {"GDX00", "General Dental Exchange", "Clearing payer for small plans"},
 };
 
+// The mark a seeded practice keeps, written in the seed's own transaction.
+const QString kDemoSection = QStringLiteral("ORVO DEMO");
+const QString kDemoKey = QStringLiteral("Seeded");
+
+// The seed's transaction, holding the practice's write lock from its start, so that of several
+// stations starting together on an empty practice one seeds and the others, waiting, then find
+// its mark. The embedded engine takes its write lock at BEGIN IMMEDIATE (waiting as long as the
+// connection's busy timeout allows); the server takes an advisory lock for the transaction.
+class SeedLock {
+public:
+    explicit SeedLock(db::Connection& connection) : connection_(connection) {
+        if (connection_.engine() == db::Engine::Sqlite) {
+            connection_.Execute(QStringLiteral("BEGIN IMMEDIATE"));
+            return;
+        }
+        connection_.BeginTransaction();
+        connection_.Execute(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(kSeedLockKey));
+    }
+    ~SeedLock() {
+        if (done_)
+            return;
+        try {
+            connection_.Rollback();
+        } catch (const db::DatabaseError&) {
+            // The connection is gone; so is the transaction.
+        }
+    }
+    SeedLock(const SeedLock&) = delete;
+    SeedLock& operator=(const SeedLock&) = delete;
+    void Commit() {
+        connection_.Commit();
+        done_ = true;
+    }
+
+private:
+    static constexpr qint64 kSeedLockKey = 0x6f72766f64656d6f;  // "orvodemo"
+    db::Connection& connection_;
+    bool done_ = false;
+};
+
 }  // namespace
 
 bool SeedDemoPractice(HostSession& session) {
     db::Connection& c = *session.connection;
+    SeedLock lock(c);
+    if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM %1 WHERE SetSec=%2 AND SetKey=%3")
+                              .arg(kSettingsTable, Quote(kDemoSection), Quote(kDemoKey)))
+            .toInt() > 0) {
+        return false;  // seeded once; what was deleted since stays deleted
+    }
+    // A practice with carriers of its own is never mixed with made-up ones.
     if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM InsCoTable")).toInt() > 0)
         return false;
 
-    db::Transaction transaction(c);
     for (const Payer& p : kPayers) {
         c.Execute(QStringLiteral("INSERT INTO ePayerTable (epPayID, epNam, epAddInf) VALUES (%1)")
                       .arg(Values({p.id, p.name, p.info})));
@@ -152,8 +201,14 @@ bool SeedDemoPractice(HostSession& session) {
                QStringLiteral("EDIT-EMP-INS"));
     GrantRight(c, QStringLiteral("MANAGER"), session.officeLocationId,
                QStringLiteral("LINK-EMP-INS"));
-    transaction.Commit();
-    SeedDemoZipCodes(c);
+    if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM ZipCodTable")).toInt() == 0)
+        InsertDemoZipCodes(c);
+    c.Execute(QStringLiteral("INSERT INTO %1 (SetSec, SetKey, SetSco, SetVal, SetValTyp) VALUES "
+                             "(%2, %3, 0, %4, 'QString')")
+                  .arg(kSettingsTable, Quote(kDemoSection), Quote(kDemoKey),
+                       Quote(QDate::currentDate().toString(Qt::ISODate))));
+    lock.Commit();
+    // The eReminders keep a transaction of their own; only the station that seeded gets here.
     SeedDemoReminders(c, session.dataPath, session.officeLocationId);
     return true;
 }

@@ -16,6 +16,13 @@ void EnsureSupervisor(db::Connection& connection) {
         QStringLiteral("INSERT INTO PWMTable (PWMUseNam, PWMPASWOR) VALUES ('SUPERVISOR', '')"));
 }
 
+bool LoginExists(db::Connection& connection, const QString& name) {
+    return db::ReadScalar(connection,
+                          QStringLiteral("SELECT count(*) FROM PWMTable WHERE PWMUseNam=%1")
+                              .arg(QuoteSqlText(name.trimmed())))
+               .toInt() > 0;
+}
+
 bool VerifyLogin(db::Connection& connection, HostGIC& gic, const QString& name,
                  const QString& password) {
     const QString login = name.trimmed();

@@ -12,6 +12,9 @@ class HostGIC;
 // has.
 void EnsureSupervisor(db::Connection& connection);
 
+// True when a login of that name (in any letter case) exists.
+bool LoginExists(db::Connection& connection, const QString& name);
+
 // True when a login of that name (in any letter case) exists and the password is its own. The
 // stored form is compared under the host's default cipher key, which this arms.
 bool VerifyLogin(db::Connection& connection, HostGIC& gic, const QString& name,

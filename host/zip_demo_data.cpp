@@ -396,8 +396,14 @@ QList<Place> DemoPlaces() {
 int SeedDemoZipCodes(db::Connection& connection) {
     if (db::ReadScalar(connection, QStringLiteral("SELECT count(*) FROM ZipCodTable")).toInt() > 0)
         return 0;
-    const QList<Place> places = DemoPlaces();
     db::Transaction transaction(connection);
+    const int rows = InsertDemoZipCodes(connection);
+    transaction.Commit();
+    return rows;
+}
+
+int InsertDemoZipCodes(db::Connection& connection) {
+    const QList<Place> places = DemoPlaces();
     for (qsizetype start = 0; start < places.size(); start += kRowsPerInsert) {
         QStringList rows;
         for (qsizetype i = start; i < std::min(places.size(), start + kRowsPerInsert); ++i) {
@@ -409,7 +415,6 @@ int SeedDemoZipCodes(db::Connection& connection) {
             QStringLiteral("INSERT INTO ZipCodTable (ZipCodCit, ZipCodSta, ZipCodZip) VALUES ") +
             rows.join(QStringLiteral(", ")));
     }
-    transaction.Commit();
     return static_cast<int>(places.size());
 }
 

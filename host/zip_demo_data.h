@@ -10,4 +10,7 @@ namespace orvo::host {
 // list already had rows.
 int SeedDemoZipCodes(db::Connection& connection);
 
+// The same rows, inserted within the caller's transaction whatever the list holds.
+int InsertDemoZipCodes(db::Connection& connection);
+
 }  // namespace orvo::host

@@ -4,6 +4,9 @@
 #include <QDialog>
 #include <QFont>
 #include <QFontDatabase>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPainter>
 #include <QPointer>
 #include <QTimer>
 #include <cstdio>
@@ -39,57 +42,108 @@ bool WantsOffscreen(int argc, char** argv, const char* flag) {
     return false;
 }
 
-// Acts on the first screen that comes up, once its modal show is running.
-class FirstScreenWatcher : public QObject {
+bool IsPrompt(const QDialog& dialog) {
+    return qobject_cast<const QMessageBox*>(&dialog) || qobject_cast<const QInputDialog*>(&dialog);
+}
+
+// Watches the windows a start method brings up: the questions it asks on the way (a message box,
+// a text entry) and the first screen. With a picture to take, each question is pictured and
+// answered as if closed, and the screen is pictured with them drawn over it, as a person saw it
+// loaded; without one, the questions wait for the person and the screen is announced once up.
+class ScreenWatcher : public QObject {
 public:
-    explicit FirstScreenWatcher(std::function<void(QDialog&)> act) : act_(std::move(act)) {
+    explicit ScreenWatcher(std::function<void(QDialog&)> onScreen, bool answerPrompts)
+        : onScreen_(std::move(onScreen)), answerPrompts_(answerPrompts) {
         qApp->installEventFilter(this);
     }
-    bool seen() const { return seen_; }
+    bool screenSeen() const { return screenSeen_; }
+    const QList<QPixmap>& prompts() const { return prompts_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* dialog = qobject_cast<QDialog*>(watched);
-        if (event->type() != QEvent::Show || !dialog || !dialog->isWindow() || seen_)
+        if (event->type() != QEvent::Show || !dialog || !dialog->isWindow())
             return false;
-        seen_ = true;
         QPointer<QDialog> target(dialog);
+        if (IsPrompt(*dialog)) {
+            if (answerPrompts_) {
+                QTimer::singleShot(0, this, [this, target] {
+                    if (!target)
+                        return;
+                    prompts_ << target->grab();
+                    std::printf("prompt: %s\n", qPrintable(PromptText(*target).simplified()));
+                    std::fflush(stdout);
+                    target->reject();
+                });
+            }
+            return false;
+        }
+        if (screenSeen_)
+            return false;
+        screenSeen_ = true;
         QTimer::singleShot(0, this, [this, target] {
             if (target)
-                act_(*target);
+                onScreen_(*target);
         });
         return false;
     }
 
 private:
-    std::function<void(QDialog&)> act_;
-    bool seen_ = false;
+    static QString PromptText(QDialog& dialog) {
+        if (auto* box = qobject_cast<QMessageBox*>(&dialog))
+            return box->windowTitle() + QStringLiteral(": ") + box->text();
+        if (auto* input = qobject_cast<QInputDialog*>(&dialog))
+            return input->windowTitle() + QStringLiteral(": ") + input->labelText();
+        return dialog.windowTitle();
+    }
+
+    std::function<void(QDialog&)> onScreen_;
+    bool answerPrompts_;
+    bool screenSeen_ = false;
+    QList<QPixmap> prompts_;
 };
+
+// The screen as loaded, with the questions asked on the way drawn over its middle.
+QPixmap ScreenPicture(QDialog& screen, const QList<QPixmap>& prompts) {
+    QPixmap picture = screen.grab();
+    QPainter painter(&picture);
+    for (const QPixmap& prompt : prompts) {
+        painter.drawPixmap(QPoint((picture.width() - prompt.width()) / 2,
+                                  (picture.height() - prompt.height()) / 2),
+                           prompt);
+    }
+    return picture;
+}
 
 // --open METHOD:TEXT runs one start method as the program's only window and prints the id it
 // gives back; a line "shown: <caption>" tells a watching program (a second station in a test)
 // that the screen is up and holds its lock. With --screenshot the screen is rendered as loaded
-// instead, and closed without its questions.
+// instead, the questions asked on the way included, and closed without its own questions.
 int OpenScreen(host::MainWindow& window, const QString& open, const QString& screenshot) {
     const qsizetype colon = open.indexOf(QLatin1Char(':'));
     if (colon < 0)
         throw std::runtime_error("--open takes METHOD:TEXT, as Ins_Company_Start:12");
+    const bool picture = !screenshot.isEmpty();
     bool saved = false;
-    FirstScreenWatcher watcher([&](QDialog& screen) {
-        if (screenshot.isEmpty()) {
-            std::printf("shown: %s\n", qPrintable(screen.windowTitle()));
-            std::fflush(stdout);
-            return;
-        }
-        saved = screen.grab().save(screenshot);
-        screen.hide();
-    });
+    ScreenWatcher* watching = nullptr;
+    ScreenWatcher watcher(
+        [&](QDialog& screen) {
+            if (!picture) {
+                std::printf("shown: %s\n", qPrintable(screen.windowTitle()));
+                std::fflush(stdout);
+                return;
+            }
+            saved = ScreenPicture(screen, watching->prompts()).save(screenshot);
+            screen.hide();
+        },
+        picture);
+    watching = &watcher;
     const int id = window.RunStartMethod(open.left(colon), open.mid(colon + 1));
-    if (!screenshot.isEmpty() && !saved) {
-        throw std::runtime_error(
-            ("no screen came up, or " + screenshot + " could not be written").toStdString());
-    }
-    if (screenshot.isEmpty())
+    if (picture && !watcher.screenSeen())
+        throw std::runtime_error("no screen came up for " + open.toStdString());
+    if (picture && !saved)
+        throw std::runtime_error("could not write " + screenshot.toStdString());
+    if (!picture)
         std::printf("%d\n", id);
     return 0;
 }
@@ -107,9 +161,12 @@ int Run(QApplication& app, const QCommandLineParser& args) {
     host::ComponentLoader component(host::DefaultComponentPath());
     host::PracticeOptions options;
     options.dataDir = args.value(QStringLiteral("data"));
-    options.pgConnInfo = args.value(QStringLiteral("pg"));
+    if (args.isSet(QStringLiteral("pg")))
+        options.pgConnInfo = host::CheckedConnInfo(args.value(QStringLiteral("pg")));
     options.stationId = args.value(QStringLiteral("station"));
     options.pgSchema = args.value(QStringLiteral("pg-schema"));
+    if (args.isSet(QStringLiteral("pg-schema")) && options.pgConnInfo.isEmpty())
+        throw std::runtime_error("--pg-schema names a schema of the --pg database: give --pg too");
     host::HostSession session = host::OpenPractice(options, host::PracticeCatalog(component));
     if (args.isSet(QStringLiteral("demo")))
         host::SeedDemoPractice(session);
@@ -121,6 +178,8 @@ int Run(QApplication& app, const QCommandLineParser& args) {
         const QString name = args.value(QStringLiteral("login")).isEmpty()
                                  ? QStringLiteral("SUPERVISOR")
                                  : args.value(QStringLiteral("login")).toUpper();
+        if (!host::LoginExists(*session.connection, name))
+            throw std::runtime_error(("there is no login " + name).toStdString());
         if (!host::VerifyLogin(*session.connection, gic, name, QString())) {
             throw std::runtime_error(
                 ("the login " + name + " has a password: log in through the dialog").toStdString());
