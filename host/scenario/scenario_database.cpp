@@ -29,9 +29,18 @@ ScenarioDatabase::ScenarioDatabase(const QString& conninfo)
         return;
     }
     // Made from the empty template, so that nothing of the named database comes along.
-    database_ = UniqueName("orvo_scn_");
-    admin->Execute(QStringLiteral("CREATE DATABASE %1 TEMPLATE template0")
-                       .arg(db::QuoteIdentifier(database_)));
+    const QString name = UniqueName("orvo_scn_");
+    try {
+        admin->Execute(
+            QStringLiteral("CREATE DATABASE %1 TEMPLATE template0").arg(db::QuoteIdentifier(name)));
+    } catch (const db::DatabaseError& error) {
+        throw std::runtime_error(
+            QStringLiteral("citext is in the schema %1 together with tables, so a scenario needs a "
+                           "database of its own, and none could be made: %2")
+                .arg(ext, error.driverMessage())
+                .toStdString());
+    }
+    database_ = name;
     conninfo_ = conninfo + QStringLiteral(" dbname=") + database_;
 }
 
