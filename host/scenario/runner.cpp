@@ -16,26 +16,6 @@
 #include "platform/scripted_prompts.h"
 
 namespace orvo::scenario {
-namespace {
-
-// Moves each identity of the practice's tables past its highest key. A seed may have dropped a
-// table, which then has nothing to move.
-void SyncExistingIdentities(db::Connection& connection, const schema::Catalog& catalog) {
-    if (connection.engine() != db::Engine::Postgres)
-        return;
-    schema::Catalog existing;
-    for (const schema::Table& table : catalog.tables()) {
-        if (db::ReadScalar(
-                connection,
-                QStringLiteral("SELECT to_regclass('%1') IS NOT NULL").arg(table.name.toLower()))
-                .toBool()) {
-            existing.Add(table);
-        }
-    }
-    schema::SyncIdentities(connection, existing);
-}
-
-}  // namespace
 
 void Throw(const QString& message) {
     throw StepFailure(message.toStdString());
@@ -284,8 +264,9 @@ void Runner::CloseOtherStations() {
 }
 
 void Runner::Call(const Step& step) {
-    // Seeds may have written explicit keys; the screen's inserts must not collide with them.
-    SyncExistingIdentities(db(), host::PracticeCatalog(component_));
+    // Seeds may have written explicit keys, or dropped a table; the screen's inserts must not
+    // collide with the keys of the tables that are there.
+    schema::SyncIdentities(db(), host::PracticeCatalog(component_));
     const QString method = step.args[0];
     const QStringList args = step.args.mid(1);
     auto intArg = [&](int i) {
