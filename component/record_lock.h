@@ -38,6 +38,12 @@
 //   <name8>.Who           Who holds the table lock: exactly 25 characters, the login padded with
 //                         blanks or cut.
 //
+// The text of the station lists and the table holder files is UTF-8 (a file an older station
+// wrote one byte a character reads as well). A station id, a table key's three letters and a
+// table name's eight are made safe before they become part of a file name
+// (lockfiles::SafeFileName): a plain name stays as it is, a name that could lead out of TEMP/ or
+// that a file system refuses is escaped, and nothing is ever written outside the data folder.
+//
 // Who holds what. A screen takes its record lock when it sets up and keeps the file number in its
 // own RecordLock field until it unloads; unload always calls UnlockRecord. A new row has nothing
 // to lock and keeps kNewRecordLock instead; any number other than 0 means leave to edit, and 0

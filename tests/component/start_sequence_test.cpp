@@ -4,14 +4,12 @@
 
 #include <QPushButton>
 #include <QTimer>
-#include <cerrno>
 #include <stdexcept>
 #include <vector>
 
 #include "component/editing_screen_instance.h"
 #include "component/session.h"
 #include "platform/db/database_error.h"
-#include "platform/file_error.h"
 #include "platform/prompts.h"
 #include "tests/component/main_form_gic.h"
 
@@ -225,30 +223,6 @@ TEST_F(StartSequenceTest, ADatabaseErrorIsShownAndLoggedAndTheArgumentsStayAsThe
     EXPECT_TRUE(log.lines()[0].startsWith(QStringLiteral("orvo.component ")));
     EXPECT_TRUE(log.lines()[0].contains(QStringLiteral("EditingScreen.Test_Start")));
     EXPECT_TRUE(log.lines()[0].contains(QStringLiteral("no such table: InsCoTable")));
-}
-
-TEST_F(StartSequenceTest, AFileThatCannotBeOpenedIsShownAndLoggedLikeADatabaseError) {
-    LogCapture log;
-    int id = 7;
-    const bool done = StartScreen<SelfClosingScreen>(
-        Context(), {},
-        [&](SelfClosingScreen&) {
-            id = 99;
-            throw FileError(QStringLiteral("Cannot open the lock file"),
-                            QStringLiteral("/srv/practice/TEMP/63.INS"), EACCES);
-        },
-        {}, id);
-    EXPECT_FALSE(done);
-    EXPECT_EQ(id, 7);
-    ASSERT_EQ(prompts_.messages.size(), 1u);
-    EXPECT_EQ(
-        prompts_.messages[0].text,
-        QStringLiteral("Cannot open the lock file /srv/practice/TEMP/63.INS: Permission denied"));
-    EXPECT_EQ(prompts_.messages[0].icon, Icon::Critical);
-    EXPECT_EQ(prompts_.messages[0].title, QStringLiteral("ORVO Windows"));
-    ASSERT_EQ(log.lines().size(), 1u);
-    EXPECT_TRUE(log.lines()[0].contains(QStringLiteral("EditingScreen.Test_Start")));
-    EXPECT_TRUE(log.lines()[0].contains(QStringLiteral("/srv/practice/TEMP/63.INS")));
 }
 
 TEST_F(StartSequenceTest, AScreenThatFailsToLoadIsAFailedCall) {
