@@ -2,9 +2,7 @@
 
 #include <QCheckBox>
 #include <QFile>
-#include <QHBoxLayout>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 #include "platform/prompts.h"
 #include "reminders/editor_action.h"
@@ -12,6 +10,7 @@
 #include "reminders/merge_variables.h"
 #include "reminders/reminder_codes.h"
 #include "reminders/reminder_messages.h"
+#include "ui_frm_ed_msg.h"
 
 namespace orvo::reminders {
 
@@ -31,32 +30,14 @@ QString SampleName(int channel) {
     }
 }
 
-frmEDMsg::frmEDMsg(GIC& gic, QWidget* parent) : QDialog(parent), gic_(gic) {
-    setObjectName(QStringLiteral("frmEDMsg"));
-    qe = new QuickEditor(this);
-    qe->setObjectName(QStringLiteral("qe"));
-    pop = new PreviewOverPicture(this);
-    pop->setObjectName(QStringLiteral("pop"));
-    chkAutoApply = new QCheckBox(QStringLiteral("Auto Apply Return Message Instruction"), this);
-    chkAutoApply->setObjectName(QStringLiteral("chkAutoApply"));
-    cmdOK = new QPushButton(QStringLiteral("&OK"), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdCancel = new QPushButton(QStringLiteral("&Cancel"), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-
-    auto* left = new QVBoxLayout;
-    left->addWidget(qe, 1);
-    left->addWidget(chkAutoApply);
-    auto* main = new QHBoxLayout;
-    main->addLayout(left, 3);
-    main->addWidget(pop, 2);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(main, 1);
-    layout->addLayout(buttons);
+frmEDMsg::frmEDMsg(GIC& gic, QWidget* parent)
+    : QDialog(parent), gic_(gic), ui_(std::make_unique<Ui::frmEDMsg>()) {
+    ui_->setupUi(this);
+    qe = ui_->qe;
+    pop = ui_->pop;
+    chkAutoApply = ui_->chkAutoApply;
+    cmdOK = ui_->cmdOK;
+    cmdCancel = ui_->cmdCancel;
 
     connect(qe, &QuickEditor::textChanged, this, [this] {
         if (loading_)
@@ -76,6 +57,8 @@ frmEDMsg::frmEDMsg(GIC& gic, QWidget* parent) : QDialog(parent), gic_(gic) {
     });
     connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
 }
+
+frmEDMsg::~frmEDMsg() = default;
 
 void frmEDMsg::SetCaptions() {
     setWindowTitle((emsRecordType == kAppointmentConfirmation ? QStringLiteral("Confirmation")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <memory>
 #include <optional>
 
 #include "component/public/gic.h"
@@ -12,12 +13,17 @@ class QPushButton;
 
 namespace orvo::reminders {
 
+namespace Ui {
+class frmEDMsg;
+}
+
 // The template editor of an appointment message: the body of a confirmation or reminder for
 // text messages or e-mail, with its sample.
 class frmEDMsg : public QDialog {
     Q_OBJECT
 public:
     explicit frmEDMsg(GIC& gic, QWidget* parent = nullptr);
+    ~frmEDMsg() override;
 
     bool Modified = false;
     bool Changed = false;  // the body was saved with changes
@@ -48,6 +54,7 @@ private:
     void SetCaptions();
 
     GIC& gic_;
+    std::unique_ptr<Ui::frmEDMsg> ui_;
     bool loading_ = false;
 };
 

@@ -1,14 +1,11 @@
 #include "reminders/frm_quick_editor.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QDir>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QVBoxLayout>
 
 #include "platform/prompts.h"
 #include "reminders/default_messages.h"
@@ -16,6 +13,7 @@
 #include "reminders/merge_variables.h"
 #include "reminders/reminder_codes.h"
 #include "reminders/reminder_messages.h"
+#include "ui_frm_quick_editor.h"
 
 namespace orvo::reminders {
 namespace {
@@ -65,48 +63,18 @@ QString SamplePicture(int channel) {
     }
 }
 
-frmQuickEditor::frmQuickEditor(GIC& gic, QWidget* parent) : QDialog(parent), gic_(gic) {
-    setObjectName(QStringLiteral("frmQuickEditor"));
-    setWindowTitle(QStringLiteral("Message Editor"));
-    qe = new QuickEditor(this);
-    qe->setObjectName(QStringLiteral("qe"));
-    pop = new PreviewOverPicture(this);
-    pop->setObjectName(QStringLiteral("pop"));
-    chkAutoApply = new QCheckBox(this);
-    chkAutoApply->setObjectName(QStringLiteral("chkAutoApply"));
-    optPredefined = new QRadioButton(QStringLiteral("Use a pre-defined template"), this);
-    optPredefined->setObjectName(QStringLiteral("optPredefined"));
-    optCustom = new QRadioButton(QStringLiteral("Create my own template"), this);
-    optCustom->setObjectName(QStringLiteral("optCustom"));
-    lstTemplates = new QListWidget(this);
-    lstTemplates->setObjectName(QStringLiteral("lstTemplates"));
-    lblHelp = new QLabel(this);
-    lblHelp->setWordWrap(true);
-    cmdOK = new QPushButton(this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdCancel = new QPushButton(this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
-
-    auto* choice = new QHBoxLayout;
-    choice->addWidget(optPredefined);
-    choice->addWidget(optCustom);
-    choice->addStretch();
-    auto* left = new QVBoxLayout;
-    left->addLayout(choice);
-    left->addWidget(lstTemplates);
-    left->addWidget(qe, 1);
-    left->addWidget(chkAutoApply);
-    left->addWidget(lblHelp);
-    auto* main = new QHBoxLayout;
-    main->addLayout(left, 3);
-    main->addWidget(pop, 2);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(cmdOK);
-    buttons->addWidget(cmdCancel);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(main, 1);
-    layout->addLayout(buttons);
+frmQuickEditor::frmQuickEditor(GIC& gic, QWidget* parent)
+    : QDialog(parent), gic_(gic), ui_(std::make_unique<Ui::frmQuickEditor>()) {
+    ui_->setupUi(this);
+    qe = ui_->qe;
+    pop = ui_->pop;
+    chkAutoApply = ui_->chkAutoApply;
+    optPredefined = ui_->optPredefined;
+    optCustom = ui_->optCustom;
+    lstTemplates = ui_->lstTemplates;
+    lblHelp = ui_->lblHelp;
+    cmdOK = ui_->cmdOK;
+    cmdCancel = ui_->cmdCancel;
 
     connect(qe, &QuickEditor::textChanged, this, [this] {
         if (loading_)
@@ -133,6 +101,8 @@ frmQuickEditor::frmQuickEditor(GIC& gic, QWidget* parent) : QDialog(parent), gic
     connect(cmdOK, &QPushButton::clicked, this, [this] { Accept(); });
     connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
 }
+
+frmQuickEditor::~frmQuickEditor() = default;
 
 void frmQuickEditor::Load() {
     loading_ = true;

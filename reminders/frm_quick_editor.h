@@ -19,6 +19,10 @@ class QRadioButton;
 
 namespace orvo::reminders {
 
+namespace Ui {
+class frmQuickEditor;
+}
+
 // The sending service of test messages the editors use: the practice's outbox in the data
 // folder, or the mail transfer command that the "eReminders" settings name.
 std::shared_ptr<MessageSender> PracticeSender(GIC& gic);
@@ -29,6 +33,7 @@ class frmQuickEditor : public QDialog {
     Q_OBJECT
 public:
     explicit frmQuickEditor(GIC& gic, QWidget* parent = nullptr);
+    ~frmQuickEditor() override;
 
     // Set before Load.
     int LanguageType = 1;
@@ -83,6 +88,7 @@ private:
     std::optional<QString> AskTarget(bool text, const QString& stored);
 
     GIC& gic_;
+    std::unique_ptr<Ui::frmQuickEditor> ui_;
     QString body_;
     QList<TemplateEntry> templates_;
     std::shared_ptr<MessageSender> sender_;
