@@ -7,12 +7,14 @@
 
 #include "component/component_log.h"
 #include "component/session.h"
-#include "platform/db/database_error.h"
-#include "platform/file_error.h"
 #include "platform/prompts.h"
+#include "platform/user_action.h"
 
 namespace orvo::component {
 namespace {
+
+// The title of an error that ends a start method before or after its screen.
+const QString kStartTitle = QStringLiteral("ORVO Windows");
 
 // Room above and below a button's caption.
 constexpr int kButtonPadding = 10;
@@ -83,7 +85,8 @@ namespace detail {
 
 bool RunStartSequence(const StartContext& context, const CreateStep& create,
                       const ScreenStep& handArguments, const ScreenStep& readResult) {
-    try {
+    bool done = false;
+    RunUserAction(kStartTitle, [&] {
         BindMainWindow(context.startForm);
         WaitBanner banner(context.banner);
         ScreenObject screen(create());
@@ -94,22 +97,14 @@ bool RunStartSequence(const StartContext& context, const CreateStep& create,
         if (!screen.alive()) {
             qCWarning(lcComponent).noquote()
                 << context.method << ": the screen went with its owner before its result was read";
-            return false;
+            return;
         }
         readResult(*screen);
-        return true;
-    } catch (const db::DatabaseError& error) {
-        qCWarning(lcComponent).noquote() << context.method << ":" << error.describe();
-        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical,
-                          QStringLiteral("Database Error"));
-        return false;
-    } catch (const FileError& error) {
-        // A lock file or another file of the data folder that cannot be opened.
-        qCWarning(lcComponent).noquote() << context.method << ":" << error.describe();
-        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical,
-                          QStringLiteral("ORVO Windows"));
-        return false;
-    }
+        done = true;
+    });
+    if (!done)
+        qCWarning(lcComponent).noquote() << context.method << ": the call failed";
+    return done;
 }
 
 }  // namespace detail

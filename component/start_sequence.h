@@ -15,8 +15,8 @@
 
 // The sequence every EditingScreen start method runs: bind the main window, show the wait
 // banner, create the screen and hand it its arguments, apply the theme, show it modal under
-// the owner, read the result, release the screen. A database error or a file error on the way is
-// shown and logged here, and the caller's arguments are put back as they came.
+// the owner, read the result, release the screen. Any error on the way is shown and logged here
+// (the user-action boundary), and the caller's arguments are put back as they came.
 
 namespace orvo::component {
 
@@ -66,7 +66,7 @@ namespace detail {
 using CreateStep = std::function<std::unique_ptr<QDialog>()>;
 using ScreenStep = std::function<void(QDialog&)>;
 
-// The sequence with the screen's type left out. False when a database error ended it.
+// The sequence with the screen's type left out. False when an error ended it.
 bool RunStartSequence(const StartContext& context, const CreateStep& create,
                       const ScreenStep& handArguments, const ScreenStep& readResult);
 
@@ -75,8 +75,8 @@ bool RunStartSequence(const StartContext& context, const CreateStep& create,
 // Runs the sequence for a new Screen, made by create (or by its default constructor). handArguments
 // gives the screen what the caller passed; readResult writes the result back. byReference names the
 // caller's arguments that either step may change: when the call fails they are left as they came.
-// Answers false when a database error, or a file of the data folder that cannot be opened (a
-// record's lock file), ended the call (it has been shown and logged); any other error passes on.
+// Answers false when an error ended the call: a database error, a row that is not there, anything
+// thrown has been shown and logged, and goes no further.
 template <StartableScreen Screen, class... T>
 bool StartScreen(const StartContext& context, std::function<std::unique_ptr<Screen>()> create,
                  std::function<void(Screen&)> handArguments,

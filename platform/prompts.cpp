@@ -66,11 +66,11 @@ public:
             made << box.addButton(b);
         const int index = std::clamp(defaultButton, 1, int(made.size())) - 1;
         box.setDefaultButton(static_cast<QPushButton*>(made[index]));
+        const int closed = ClosedAnswer(buttons);
+        box.setEscapeButton(made[set.answers.indexOf(closed)]);
         box.exec();
         const int clicked = made.indexOf(box.clickedButton());
-        if (clicked >= 0)
-            return set.answers[clicked];
-        return set.answers.contains(AnswerCancel) ? AnswerCancel : set.answers.last();
+        return clicked >= 0 ? set.answers[clicked] : closed;
     }
 
     int Choose(const QString& text, const QString& title, const QStringList& captions,
@@ -129,6 +129,22 @@ private:
 Prompts* installed = nullptr;
 
 }  // namespace
+
+int ClosedAnswer(Buttons buttons) {
+    switch (buttons) {
+        case Buttons::Ok:
+            return AnswerOk;
+        case Buttons::YesNo:
+            return AnswerNo;
+        case Buttons::AbortRetryIgnore:
+            return AnswerAbort;
+        case Buttons::OkCancel:
+        case Buttons::YesNoCancel:
+        case Buttons::RetryCancel:
+            break;
+    }
+    return AnswerCancel;
+}
 
 Prompts& prompts() {
     static QtPrompts qtPrompts;

@@ -28,8 +28,8 @@ class Prompts {
 public:
     virtual ~Prompts() = default;
 
-    // A message box. defaultButton counts the buttons from 1. Answers an Answer code; closing
-    // the box without a choice answers Cancel where there is one, else the only button.
+    // A message box. defaultButton counts the buttons from 1. Answers an Answer code; a box
+    // closed without a choice (Escape, the window's close) answers ClosedAnswer(buttons).
     virtual int Message(const QString& text, Buttons buttons, Icon icon, const QString& title,
                         int defaultButton = 1) = 0;
 
@@ -50,6 +50,11 @@ public:
 
     virtual void Beep() = 0;
 };
+
+// What a message box answers when it is closed without a choice: the choice that does least,
+// as Escape means "not this". Cancel where there is one; No on Yes/No; Abort on Abort/Retry/
+// Ignore, since Ignore would go on past the trouble the box is about; OK on a box of OK alone.
+int ClosedAnswer(Buttons buttons);
 
 // The prompts in force. Until SetPrompts names another, the Qt dialogs.
 Prompts& prompts();

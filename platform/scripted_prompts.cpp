@@ -21,19 +21,6 @@ QStringList ButtonNames(Buttons buttons) {
     return {};
 }
 
-int ClosedAnswer(Buttons buttons) {
-    switch (buttons) {
-        case Buttons::Ok:
-            return AnswerOk;
-        case Buttons::YesNo:
-            return AnswerNo;
-        case Buttons::AbortRetryIgnore:
-            return AnswerAbort;
-        default:
-            return AnswerCancel;
-    }
-}
-
 }  // namespace
 
 ScriptedPrompts::ScriptedPrompts(std::function<void(const QString&)> onFailure)

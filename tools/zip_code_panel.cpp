@@ -3,18 +3,14 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QLoggingCategory>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "platform/db/database_error.h"
-#include "platform/prompts.h"
+#include "platform/user_action.h"
 
 namespace orvo::tools {
 namespace {
-
-Q_LOGGING_CATEGORY(lcTools, "orvo.tools")
 
 const QString kTitle = QStringLiteral("City State, Zip Code");
 // Wide enough for "city, state zip" of the longest city the table holds.
@@ -33,17 +29,7 @@ QPushButton* Command(const QString& name, const QString& caption) {
 }  // namespace
 
 bool RunZipAction(const std::function<void()>& action) {
-    try {
-        action();
-        return true;
-    } catch (const db::DatabaseError& error) {
-        qCWarning(lcTools).noquote() << error.describe();
-        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical, kTitle);
-    } catch (const NotImplemented& error) {
-        qCWarning(lcTools) << error.what();
-        prompts().Message(QString::fromUtf8(error.what()), Buttons::Ok, Icon::Critical, kTitle);
-    }
-    return false;
+    return RunUserAction(kTitle, action);
 }
 
 ZipCode_Panel::ZipCode_Panel(GIC& gic, QWidget* parent) : QFrame(parent), gic_(gic) {

@@ -16,8 +16,8 @@ class QPushButton;
 
 namespace orvo::tools {
 
-// Runs one person's action on the city, state and zip list (a keystroke, a click, a command):
-// a database error is logged and shown, and the screen stays usable. False when it failed.
+// Runs one person's action on the city, state and zip list (a keystroke, a click, a command)
+// through the user-action boundary, under the list's title. False when it failed.
 bool RunZipAction(const std::function<void()>& action);
 
 // The floating list of ZipCodTable rows under a city or zip field. It lives on the field's

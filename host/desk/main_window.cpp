@@ -14,6 +14,7 @@
 #include "host/host_session.h"
 #include "platform/db/recordset.h"
 #include "platform/prompts.h"
+#include "platform/user_action.h"
 
 namespace orvo::host {
 namespace {
@@ -103,7 +104,7 @@ void MainWindow::BuildMenus() {
 
 void MainWindow::Refresh() {
     summary_->setRowCount(0);
-    try {
+    RunUserAction(windowTitle(), [this] {
         for (const Figure& figure : kFigures) {
             const int row = summary_->rowCount();
             summary_->insertRow(row);
@@ -113,9 +114,7 @@ void MainWindow::Refresh() {
             count->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
             summary_->setItem(row, 1, count);
         }
-    } catch (const db::DatabaseError& error) {
-        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical, windowTitle());
-    }
+    });
 }
 
 int MainWindow::RunStartMethod(const QString& method, const QString& text) {
@@ -139,13 +138,11 @@ void MainWindow::OpenFromMenu(const QString& method, bool asNew, const QString& 
     if (!answer || answer->trimmed().isEmpty())
         return;
     const QString text = asNew ? QStringLiteral("NEW") + answer->trimmed() : answer->trimmed();
-    try {
+    RunUserAction(title, [&] {
         const int id = RunStartMethod(method, text);
         statusBar()->showMessage(tr("%1 returned the id %2").arg(method).arg(id));
-        Refresh();
-    } catch (const std::exception& error) {
-        prompts().Message(QString::fromLocal8Bit(error.what()), Buttons::Ok, Icon::Critical, title);
-    }
+    });
+    Refresh();
 }
 
 std::unique_ptr<EditingScreen> MainWindow::NewEditingScreen() {
