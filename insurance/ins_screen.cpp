@@ -1,16 +1,13 @@
 #include "insurance/ins_screen.h"
 
-#include "component/record_lock.h"
-#include "tools/city_state_zip.h"
-
 #include <QGridLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QPushButton>
 #include <QToolButton>
 
+#include "component/record_lock.h"
 #include "insurance/carrier_change.h"
 #include "insurance/coverage_counts.h"
 #include "insurance/ins_command.h"
@@ -18,6 +15,7 @@
 #include "insurance/payer_link.h"
 #include "platform/db/recordset.h"
 #include "platform/prompts.h"
+#include "tools/city_state_zip.h"
 #include "ui_ins_screen.h"
 
 namespace orvo::insurance {
@@ -42,7 +40,6 @@ const QString kNoPayerText =
 const QString kNoPayerNote = QStringLiteral(
     "Please note that a single Electronic Payer may match several claim processing centers.");
 
-const QString kSaveQuestion = QStringLiteral("Save current changes?");
 const QString kNameRequired =
     QStringLiteral("You must enter a company name before you can save these changes.");
 const QString kConfirmPrompt =
@@ -54,18 +51,6 @@ const QString kEditRight = QStringLiteral("EDIT-EMP-INS");
 // A pharmacy keeps no prefix.
 const char* const kColumnSuffixes[] = {"",    "Nam",  "Add1", "Add2", "Cit",  "Sta", "Zip",
                                        "Tel", "Tel2", "Fax",  "Rem1", "Rem2", "Ema", "PreFix"};
-
-// Clean-ups of a field left with a change: names and addresses in mixed case, the state in
-// capitals, phone numbers in the host's format.
-bool IsProperCaseField(int index) {
-    return index >= 1 && index <= 4;
-}
-bool IsStateField(int index) {
-    return index == 5;
-}
-bool IsPhoneField(int index) {
-    return index >= 7 && index <= 9;
-}
 
 int LabelColumnWidth(const QGridLayout& grid) {
     int width = 0;
@@ -80,23 +65,8 @@ int LabelColumnWidth(const QGridLayout& grid) {
 
 }  // namespace
 
-template <class Action>
-bool insScreen::RunAction(Action&& action) {
-    try {
-        action();
-        return true;
-    } catch (const db::DatabaseError& error) {
-        qCWarning(lcInsurance).noquote() << error.describe();
-        ShowActionError(error.describe());
-    } catch (const NotImplemented& error) {
-        qCWarning(lcInsurance) << error.what();
-        ShowActionError(QString::fromUtf8(error.what()));
-    }
-    return false;
-}
-
 insScreen::insScreen(GIC& gic, QWidget* parent)
-    : QDialog(parent), gic_(gic), ui_(std::make_unique<Ui::insScreen>()) {
+    : EditingDialog(gic, parent), ui_(std::make_unique<Ui::insScreen>()) {
     ui_->setupUi(this);
     Text1 = {nullptr,       ui_->Text1_1,  ui_->Text1_2,  ui_->Text1_3, ui_->Text1_4,
              ui_->Text1_5,  ui_->Text1_6,  ui_->Text1_7,  ui_->Text1_8, ui_->Text1_9,
@@ -112,62 +82,42 @@ insScreen::insScreen(GIC& gic, QWidget* parent)
     // A label breaks its lines at LF.
     ui_->lblNoPayer->setText(kNoPayerText + QLatin1Char('\n') + kNoPayerNote);
 
-    for (int i = 1; i < static_cast<int>(Text1.size()); ++i) {
-        Text1[i]->installEventFilter(this);
-        connect(Text1[i], &QLineEdit::textChanged, this, [this, i] { OnFieldChanged(i); });
-    }
-    for (QLineEdit* field : {txtRemID, txtNEA}) {
-        field->installEventFilter(this);
-        connect(field, &QLineEdit::textChanged, this, [this] {
-            if (!Loading)
-                Modified = true;
-        });
-    }
-
-    // City, state and zip fill each other from the zip table; attached after the screen's own
-    // key handling, so that the panel sees Up, Down and Enter first while it is open.
-    zip_ = new tools::CityStateZip(gic_, this);
+    LimitToColumns();
+    for (int i = 1; i < static_cast<int>(Text1.size()); ++i)
+        OnLeave(Text1[i], [this, i] { CleanUpField(i); });
+    AddFields({txtRemID, txtNEA});
+    // City, state and zip fill each other from the zip table.
+    zip_ = new tools::CityStateZip(gic, *this);
     zip_->Attach(Text1[4], Text1[5], Text1[6], Command3D1[0], Command3D1[1]);
     zip_->SetRecordHasAddress([this] { return !IsNewRecord; });
 
-    connect(Command3D2[2], &QPushButton::clicked, this, [this] {
-        Command3D2[2]->setProperty("Tag", QString::fromLatin1(kOkTag));
-        accept();
-    });
-    connect(Command3D2[1], &QPushButton::clicked, this, &QDialog::reject);
+    SetOkButton(Command3D2[2]);
+    SetCancelButton(Command3D2[1]);
     connect(cmdLin[0], &QPushButton::clicked, this, [this] { RunAction([this] { LinkPayer(); }); });
     connect(cmdLin[1], &QPushButton::clicked, this,
-            [this] { RunAction([this] { UnlinkPayer(); }); });
+            [this] { RunAction([this] { ChangePayerLink(txtRemID->text(), QString()); }); });
 
     ShowPayerPage(ui_->pnlNoPayer);
     AlignLabelColumns();
 }
 
-insScreen::~insScreen() {
-    if (lockHeld_) {
-        lockHeld_ = false;
-        ReleaseRecordLock();
-    }
-}
+insScreen::~insScreen() = default;
 
 void insScreen::Setup_Screen(bool IsPharmacy, const QString& Command, int RecordID) {
-    Loading = true;
+    const LoadingScope loading(*this);
     this->IsPharmacy = IsPharmacy;
     ApplyMode();
     RefreshPayerLine();
     if (RecordID != 0) {
+        RequireRecord(TableName(), KeyColumn(), RecordID);
         this->RecordID = RecordID;
-        RecordLock = TakeRecordLock(
-            IsPharmacy ? QStringLiteral("PHATABLE") : QStringLiteral("INSCOTABLE"), RecordID);
-        lockHeld_ = RecordLock != 0;
+        LockRecordFor(IsPharmacy ? QStringLiteral("PHATABLE") : QStringLiteral("INSCOTABLE"));
         Load_Data();
-        Modified = false;
     } else {
         IsNewRecord = true;
         RecordLock = component::kNewRecordLock;
         ApplyCommand(Command);
     }
-    Loading = false;
     SetEditRights();
 }
 
@@ -193,18 +143,22 @@ void insScreen::BindFields() {
     txtLin[0]->setProperty("DataField", QStringLiteral("epPayID"));
     txtLin[1]->setProperty("DataField", QStringLiteral("epNam"));
     txtLin[2]->setProperty("DataField", QStringLiteral("epAddInf"));
+}
 
-    // A field takes no more than its column holds.
+// A field takes no more than its column holds; the pharmacy's columns are as wide as the
+// carrier's.
+void insScreen::LimitToColumns() {
     schema::Catalog catalog;
     DeclareInsuranceTables(catalog);
-    const schema::Table* table = catalog.Find(TableName());
-    for (QWidget* holder : Holders()) {
-        const schema::Column* column =
-            table ? table->FindColumn(holder->property("DataField").toString()) : nullptr;
-        auto* field = qobject_cast<QLineEdit*>(holder);
-        if (field && column && column->width > 0)
-            field->setMaxLength(column->width);
-    }
+    const schema::Table* table = catalog.Find(QStringLiteral("InsCoTable"));
+    const auto limit = [table](QLineEdit* field, const QString& column) {
+        if (const schema::Column* found = table->FindColumn(column); found && found->width > 0)
+            field->setMaxLength(found->width);
+    };
+    for (int i = 1; i < static_cast<int>(Text1.size()); ++i)
+        limit(Text1[i], QStringLiteral("InsCo") + QLatin1String(kColumnSuffixes[i]));
+    limit(txtRemID, QStringLiteral("InsCoAccID"));
+    limit(txtNEA, QStringLiteral("InsCoSWChr"));
 }
 
 FieldHolders insScreen::Holders() const {
@@ -242,34 +196,28 @@ void insScreen::AlignLabelColumns() {
 }
 
 void insScreen::Load_Data() {
-    const bool wasLoading = Loading;
-    Loading = true;
-    gic_.ReadBoundRecord(RecordID, KeyColumn(), TableName(), Holders());
+    const LoadingScope loading(*this);
+    gic().ReadBoundRecord(RecordID, KeyColumn(), TableName(), Holders());
     for (int i = 1; i < static_cast<int>(Text1.size()); ++i)
         CleanUpField(i);
     RefreshPayerLine();
-    pendingCleanUp_.fill(false);
     Modified = false;
-    Loading = wasLoading;
 }
 
 void insScreen::Save_Record() {
     if (!IsPharmacy) {
-        const bool wasLoading = Loading;
-        Loading = true;
-        txtRemID->setText(txtRemID->text().trimmed().toUpper());
-        Loading = wasLoading;
+        const LoadingScope loading(*this);
+        txtRemID->setText(txtRemID->text().toUpper());
     }
     int id = RecordID;
-    gic_.WriteBoundRecord(id, KeyColumn(), TableName(), Holders());
+    gic().WriteBoundRecord(id, KeyColumn(), TableName(), Holders());
     RecordID = id;
-    Modified = false;
 }
 
 void insScreen::SetEditRights() {
     bool flag = false;
     // A new row and a pharmacy are anyone's to edit; a carrier is shared by its patients.
-    CanEdit = IsNewRecord || IsPharmacy || gic_.CheckRight(kEditRight, QString(), flag);
+    CanEdit = IsNewRecord || IsPharmacy || gic().CheckRight(kEditRight, QString(), flag);
     const bool editable = CanEdit && RecordLock != 0;
     for (int i = 1; i < static_cast<int>(Text1.size()); ++i)
         Text1[i]->setReadOnly(!editable);
@@ -277,7 +225,8 @@ void insScreen::SetEditRights() {
     Command3D2[2]->setEnabled(editable);
     for (QToolButton* lookup : Command3D1)
         lookup->setEnabled(editable);
-    const bool electronicClaims = gic_.ReadSetting(QStringLiteral("DEFAULT_OFFICE_SETUP"),
+    const bool electronicClaims = gic()
+                                      .ReadSetting(QStringLiteral("DEFAULT_OFFICE_SETUP"),
                                                    QStringLiteral("ELECTRONIC_CLAIMS"), 0, true)
                                       .toBool();
     // The link writes txtRemID, a field: it is locked with the others.
@@ -285,31 +234,21 @@ void insScreen::SetEditRights() {
         command->setEnabled(electronicClaims && editable);
 }
 
-int insScreen::CheckSave() {
-    if (RecordLock == 0 || Loading || !Modified)
-        return AnswerYes;
-    int answer = AnswerYes;
-    if (Command3D2[2]->property("Tag").toString() != QLatin1String(kOkTag)) {
-        answer = prompts().Message(kSaveQuestion, Buttons::YesNoCancel, Icon::Question,
-                                   windowTitle(), 1);
-    }
-    if (answer != AnswerYes)
-        return answer;
-    if (Text1[1]->text().trimmed().isEmpty()) {
-        prompts().Message(kNameRequired, Buttons::Ok, Icon::Warning, windowTitle());
-        return AnswerCancel;
-    }
-    const int confirmed = ConfirmGlobalChange();
-    if (confirmed != AnswerYes)
-        return confirmed;
-    Save_Record();
-    return AnswerYes;
+bool insScreen::CheckFields() {
+    if (!Text1[1]->text().isEmpty())
+        return true;
+    prompts().Message(kNameRequired, Buttons::Ok, Icon::Warning, windowTitle());
+    return false;
+}
+
+void insScreen::Closing() {
+    gic().PutSavedRecordID(RecordID);
 }
 
 int insScreen::ConfirmGlobalChange() {
     if (IsPharmacy || IsNewRecord)
         return AnswerYes;
-    db::Connection& connection = gic_.GetConnection();
+    db::Connection& connection = gic().GetConnection();
     int patients = 0;
     if (!CountCarrierCoverages(connection, RecordID, patients) || patients == 0)
         return AnswerYes;
@@ -318,30 +257,35 @@ int insScreen::ConfirmGlobalChange() {
                                            QString::number(RecordID));
     if (rs.IsEmpty())
         return AnswerYes;
+    // What was typed is set against the row as the screen showed it on loading, so that the
+    // load's own tidying (a phone put in its format) is no change of the person's.
     CarrierIdentity stored;
+    CarrierIdentity shown;
     CarrierIdentity typed;
     for (std::size_t i = 0; i < stored.size(); ++i) {
+        const int index = static_cast<int>(i) + 1;
         stored[i] = rs.Text(CarrierIdentityColumns()[static_cast<qsizetype>(i)]);
-        typed[i] = Text1[i + 1]->text();
+        shown[i] = CleanedUp(index, stored[i]);
+        typed[i] = Text1[index]->text();
     }
-    if (!IsGlobalChange(stored, typed))
+    if (!IsGlobalChange(shown, typed))
         return AnswerYes;
 
     const int answer = prompts().Message(GlobalChangeWarning(stored, typed, patients),
                                          Buttons::YesNoCancel, Icon::Warning, windowTitle(), 3);
     if (answer != AnswerYes)
         return answer;
-    const QString login = gic_.GetLoginName();
+    const QString login = gic().GetLoginName();
     const std::optional<QString> typedAnswer =
         prompts().Input(login + kConfirmPrompt, windowTitle());
     if (!typedAnswer || typedAnswer->toUpper() != QLatin1String("YES"))
         return AnswerCancel;
 
-    const QString entry = CarrierChangeLogEntry(RecordID, login, gic_.GetToday(), stored, typed);
+    const QString entry = CarrierChangeLogEntry(RecordID, login, gic().GetToday(), stored, typed);
     // The log is a courtesy to whoever asks later what happened; the change stands without it.
-    if (!AppendCarrierChangeLog(gic_.GetDataPath() + QStringLiteral("STP/InsCo.LOG"), entry)) {
+    if (!AppendCarrierChangeLog(gic().GetDataPath() + QStringLiteral("STP/InsCo.LOG"), entry)) {
         qCWarning(lcInsurance) << "Could not append to the carrier change log in"
-                               << gic_.GetDataPath();
+                               << gic().GetDataPath();
     }
     return AnswerYes;
 }
@@ -355,8 +299,8 @@ void insScreen::RefreshPayerLine() {
         txtNEA->clear();
         return;
     }
-    gic_.ReadBoundRecord(payerId, QStringLiteral("epPayID"), QStringLiteral("ePayerTable"),
-                         FieldHolders{txtLin[0], txtLin[1], txtLin[2]});
+    gic().ReadBoundRecord(payerId, QStringLiteral("epPayID"), QStringLiteral("ePayerTable"),
+                          FieldHolders{txtLin[0], txtLin[1], txtLin[2]});
     ShowPayerPage(ui_->pnlPayerLine);
 }
 
@@ -371,17 +315,13 @@ void insScreen::ShowPayerPage(QWidget* page) {
 }
 
 void insScreen::LinkPayer() {
-    const std::shared_ptr<PayerListWindow> payers = gic_.GetPayerListWindow(gic_.GetLoginName());
+    const std::shared_ptr<PayerListWindow> payers = gic().GetPayerListWindow(gic().GetLoginName());
     if (!payers)
         return;
     QString chosen;
     if (!payers->ChoosePayer(this, txtRemID->text().trimmed().toUpper(), chosen))
         return;
     ChangePayerLink(txtRemID->text(), chosen);
-}
-
-void insScreen::UnlinkPayer() {
-    ChangePayerLink(txtRemID->text(), QString());
 }
 
 void insScreen::ChangePayerLink(QString oldId, QString newId) {
@@ -391,105 +331,22 @@ void insScreen::ChangePayerLink(QString oldId, QString newId) {
     RefreshPayerLine();
 }
 
-int insScreen::FieldIndex(const QObject* widget) const {
-    for (int i = 1; i < static_cast<int>(Text1.size()); ++i) {
-        if (Text1[i] == widget)
-            return i;
-    }
-    return 0;
-}
-
-void insScreen::OnFieldChanged(int index) {
-    if (Loading)
-        return;
-    Modified = true;
-    pendingCleanUp_[index] = true;
+// A field left with a change is tidied: names and addresses in mixed case, the state in
+// capitals, phone numbers in the host's format. Loading tidies every field the same way.
+QString insScreen::CleanedUp(int index, const QString& text) const {
+    if (index >= 1 && index <= 4)
+        return gic().ProperCase(text).toString();
+    if (index == 5)
+        return text.toUpper();
+    if (index >= 7 && index <= 9)
+        return gic().FormatPhone(text);
+    return text;
 }
 
 void insScreen::CleanUpField(int index) {
-    QLineEdit* field = Text1[index];
-    const QString text = field->text();
-    QString cleaned = text;
-    if (IsProperCaseField(index)) {
-        cleaned = gic_.ProperCase(text).toString();
-    } else if (IsStateField(index)) {
-        cleaned = text.toUpper();
-    } else if (IsPhoneField(index)) {
-        cleaned = gic_.FormatPhone(text);
-    }
-    if (cleaned != text)
-        field->setText(cleaned);
-    pendingCleanUp_[index] = false;
-}
-
-// A close does what leaving the field would have done first, so that what is saved is what
-// the user would have seen.
-void insScreen::CleanUpPendingFields() {
-    for (int i = 1; i < static_cast<int>(Text1.size()); ++i) {
-        if (pendingCleanUp_[i])
-            CleanUpField(i);
-    }
-}
-
-bool insScreen::eventFilter(QObject* watched, QEvent* event) {
-    auto* field = qobject_cast<QLineEdit*>(watched);
-    if (!field)
-        return QDialog::eventFilter(watched, event);
-    if (event->type() == QEvent::FocusOut) {
-        const int index = FieldIndex(field);
-        if (index > 0 && pendingCleanUp_[index])
-            RunAction([this, index] { CleanUpField(index); });
-        return false;
-    }
-    if (event->type() != QEvent::KeyPress)
-        return false;
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if ((key->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
-        return false;
-    switch (key->key()) {
-        case Qt::Key_Up:
-            focusNextPrevChild(false);
-            return true;
-        case Qt::Key_Down:
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            focusNextPrevChild(true);
-            return true;
-        default:
-            return false;
-    }
-}
-
-void insScreen::done(int result) {
-    int answer = AnswerCancel;
-    const bool ran = RunAction([this, &answer] {
-        CleanUpPendingFields();
-        answer = CheckSave();
-    });
-    // The mark says where this close came from, not the next one.
-    Command3D2[2]->setProperty("Tag", QVariant());
-    if (!ran || answer == AnswerCancel)
-        return;
-    gic_.PutSavedRecordID(RecordID);
-    ObjParent = nullptr;
-    if (lockHeld_) {
-        lockHeld_ = false;
-        ReleaseRecordLock();
-    }
-    QDialog::done(result);
-}
-
-int insScreen::TakeRecordLock(const QString& tableKey, int recordId) {
-    lockTableKey_ = tableKey;
-    return component::LockRecord(gic_, tableKey, recordId, true);
-}
-
-void insScreen::ReleaseRecordLock() {
-    component::UnlockRecord(gic_, lockTableKey_, RecordID, RecordLock);
-}
-
-void insScreen::ShowActionError(const QString& description) {
-    prompts().Message(description, Buttons::Ok, Icon::Critical, windowTitle());
+    const QString cleaned = CleanedUp(index, Text1[index]->text());
+    if (cleaned != Text1[index]->text())
+        Text1[index]->setText(cleaned);
 }
 
 }  // namespace orvo::insurance

@@ -5,12 +5,17 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScopedValueRollback>
-#include <QTimer>
+#include <algorithm>
 
+#include "platform/prompts.h"
+#include "tools/tools_tables.h"
 #include "tools/zip_code_panel.h"
 
 namespace orvo::tools {
 namespace {
+
+// Room for a whole typed line in the city or zip field.
+constexpr int kEntryWidth = 120;
 
 bool IsListKey(int key) {
     switch (key) {
@@ -29,7 +34,8 @@ bool IsListKey(int key) {
 
 }  // namespace
 
-CityStateZip::CityStateZip(GIC& gic, QObject* parent) : QObject(parent), gic_(gic) {}
+CityStateZip::CityStateZip(GIC& gic, component::EditingDialog& screen)
+    : QObject(&screen), gic_(gic), screen_(screen) {}
 
 CityStateZip::~CityStateZip() {
     // The panel belongs to the window; without its driver it has no use.
@@ -59,7 +65,13 @@ void CityStateZip::Attach(QLineEdit* city, QLineEdit* state, QLineEdit* zip,
         field->installEventFilter(this);
         connect(field, &QLineEdit::textEdited, this,
                 [this, mode](const QString& text) { OnTextEdited(mode, text); });
+        screen_.OnLeave(field, [this, mode] { LeaveStep(mode); });
+        // A line such as "99501 Anchorage, AK" is longer than the zip it leaves behind.
+        const int stored = mode == ZipMode::City ? kZipCityWidth : kZipCodeWidth;
+        widths_[Slot(mode)] = std::min(field->maxLength(), stored);
+        field->setMaxLength(kEntryWidth);
     }
+    screen_.AddCheck([this] { return CheckWidths(); });
     if (cityButton) {
         connect(cityButton, &QAbstractButton::clicked, this,
                 [this] { RunZipAction([this] { Lookup(ZipMode::City); }); });
@@ -178,6 +190,7 @@ void CityStateZip::Search(ZipMode mode, const QString& text) {
 
 void CityStateZip::OnTextEdited(ZipMode mode, const QString& text) {
     Edited(mode) = true;
+    typed_[Slot(mode)] = text;
     Search(mode, text);
 }
 
@@ -214,17 +227,36 @@ bool CityStateZip::OnKey(int key) {
 void CityStateZip::OnLeft(ZipMode mode) {
     if (panel_ && panel_->tag() == mode)
         panel_->HideZipPanel();
-    // After the focus has settled: a lookup button gives it straight back to the field, and the
-    // question that may follow is better not asked from inside a focus change.
-    QTimer::singleShot(0, this, [this, mode] {
+}
+
+// What leaving the field does, run by the screen once the focus has moved on, or before a save.
+// It reads the text as typed: the screen's own steps on the field may have tidied it since, and
+// a "STOP" key or the entry the Add question shows are the person's own words.
+void CityStateZip::LeaveStep(ZipMode mode) {
+    QLineEdit* field = Field(mode);
+    if (!field || !Edited(mode))
+        return;
+    Edited(mode) = false;
+    const QString entry = typed_[Slot(mode)].trimmed();
+    if (!entry.isEmpty())
+        Leave(mode, entry);
+}
+
+bool CityStateZip::CheckWidths() const {
+    for (const ZipMode mode : {ZipMode::City, ZipMode::Zip}) {
         QLineEdit* field = Field(mode);
-        if (!field || field->hasFocus() || !Edited(mode))
-            return;
-        Edited(mode) = false;
-        const QString entry = field->text().trimmed();
-        if (!entry.isEmpty() && field->isVisible())
-            RunZipAction([&] { Leave(mode, entry); });
-    });
+        const int width = widths_[Slot(mode)];
+        if (!field || field->text().trimmed().size() <= width)
+            continue;
+        const QString what =
+            mode == ZipMode::City ? QStringLiteral("The city") : QStringLiteral("The zip code");
+        prompts().Message(
+            QStringLiteral("%1 can hold no more than %2 characters.").arg(what).arg(width),
+            Buttons::Ok, Icon::Warning, screen_.windowTitle());
+        field->setFocus();
+        return false;
+    }
+    return true;
 }
 
 void CityStateZip::Leave(ZipMode mode, const QString& entry) {
@@ -248,13 +280,20 @@ void CityStateZip::Leave(ZipMode mode, const QString& entry) {
 
 void CityStateZip::Apply(const ZipRow& row) {
     HidePanel();
+    // A row without a city or state (a zip added on its own) leaves what the person typed there.
+    const ZipParts current = Current();
+    ZipParts chosen = row.parts;
+    for (QString ZipParts::*part : {&ZipParts::city, &ZipParts::state, &ZipParts::zip}) {
+        if ((chosen.*part).isEmpty())
+            chosen.*part = current.*part;
+    }
     const bool hasAddress = recordHasAddress_ ? recordHasAddress_() : !onRecord_.isEmpty();
-    if (!ConfirmZipUpdate(hasAddress, onRecord_, row.parts)) {
+    if (!ConfirmZipUpdate(hasAddress, onRecord_, chosen)) {
         Write(onRecord_);
         return;
     }
-    Write(row.parts);
-    emit addressChosen(row.parts);
+    Write(chosen);
+    emit addressChosen(chosen);
 }
 
 void CityStateZip::Write(const ZipParts& parts) {

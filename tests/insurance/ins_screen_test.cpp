@@ -25,6 +25,7 @@
 #include "platform/schema/schema.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/support/test_database.h"
+#include "tools/tools_tables.h"
 
 namespace orvo::insurance {
 namespace {
@@ -94,6 +95,7 @@ protected:
         schema::Catalog catalog;
         DeclareInsuranceTables(catalog);
         host::DeclareHostTables(catalog);
+        tools::DeclareToolsTables(catalog);
         schema::Apply(database_->connection(), catalog);
         QDir(database_->folder()).mkpath(QStringLiteral("STP"));
         session_.connection = database_->Connect();
@@ -461,6 +463,8 @@ TEST_P(InsScreenTest, KeysMoveBetweenFieldsAndLeavingAFieldCleansIt) {
     QTest::keyClicks(screen->Text1[1], "lakeshore union benefits");
     QTest::keyClick(screen->Text1[1], Qt::Key_Return);
     EXPECT_TRUE(screen->Text1[2]->hasFocus());
+    // The field is tidied once the focus has settled.
+    QApplication::processEvents();
     EXPECT_EQ(screen->Text1[1]->text(), "Lakeshore Union Benefits");
     QTest::keyClick(screen->Text1[2], Qt::Key_Up);
     EXPECT_TRUE(screen->Text1[1]->hasFocus());
@@ -469,11 +473,42 @@ TEST_P(InsScreenTest, KeysMoveBetweenFieldsAndLeavingAFieldCleansIt) {
     screen->Text1[5]->setFocus();
     QTest::keyClicks(screen->Text1[5], "wi");
     QTest::keyClick(screen->Text1[5], Qt::Key_Down);
+    QApplication::processEvents();
     EXPECT_EQ(screen->Text1[5]->text(), "WI");
     screen->Text1[7]->setFocus();
     QTest::keyClicks(screen->Text1[7], "4145550198");
     QTest::keyClick(screen->Text1[7], Qt::Key_Enter, Qt::KeypadModifier);
+    QApplication::processEvents();
     EXPECT_EQ(screen->Text1[7]->text(), "(414) 555-0198");
+}
+
+// The window's close does what leaving the field would have done, before it asks to save; a
+// screen that goes while a field's step waits for the focus to settle takes the step with it.
+TEST_P(InsScreenTest, LeaveStepsRunAtAnyCloseAndNeverAfterTheScreen) {
+    const int id = AddKeystone();
+    auto screen = Open(false, QString(), id);
+    QApplication::setActiveWindow(screen.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(screen.get()));
+    screen->Text1[4]->setFocus();
+    screen->Text1[4]->selectAll();
+    QTest::keyClicks(screen->Text1[4], "Springfield IL 62704");
+    prompts_.Expect("City State, Zip Code", "Add [ Springfield IL 62704 ] to database", AnswerYes)
+        .Expect("City, State, and Zipcode", "Update City, State, and Zipcode?", AnswerYes)
+        .Expect(kCarrierTitle, kSaveQuestion, AnswerYes);
+    screen->close();
+    EXPECT_FALSE(screen->isVisible());
+    EXPECT_EQ(Stored("InsCoCit", id) + Stored("InsCoSta", id) + Stored("InsCoZip", id),
+              "SpringfieldIL62704");
+
+    auto gone = Open(false, BuildNewCommand("NEW"), 0);
+    QApplication::setActiveWindow(gone.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(gone.get()));
+    gone->Text1[4]->setFocus();
+    QTest::keyClicks(gone->Text1[4], "Gotham");
+    gone->Text1[7]->setFocus();
+    gone.reset();
+    // An Add question now would be unexpected, and a step on the gone fields a fault.
+    QApplication::processEvents();
 }
 
 // At its own size, with the suite's fixed font, every label and field shows whole. The pictures
