@@ -198,7 +198,8 @@ public:
     virtual bool UsesLetteredCodes() = 0;
     virtual void WriteAuditLog(const QString& key, const QString& action, const QString& text) = 0;
     // Writes the holders to the row; when recordId is 0 a row is inserted and recordId set to
-    // its new key.
+    // its new key. An update that finds no row (deleted by another station, or never there)
+    // throws db::RowNotFoundError.
     virtual void WriteBoundRecord(int& recordId, const QString& keyColumn, const QString& table,
                                   const FieldHolders& holders) = 0;
     // Appends a note line to the notes table for a person or record.

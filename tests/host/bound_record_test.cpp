@@ -136,6 +136,17 @@ TEST_P(BoundRecordTest, ExistingRecordIsUpdatedInPlace) {
     EXPECT_FALSE(read.active.isChecked());
 }
 
+// A write to a row that another station deleted (or that never was) is no save.
+TEST_P(BoundRecordTest, WritingARowThatIsGoneThrowsAndInsertsNothing) {
+    Screen screen;
+    screen.name.setText("Smith");
+    int id = 999;
+    EXPECT_THROW(gic().WriteBoundRecord(id, "BndID", "BndTable", screen.holders()),
+                 db::RowNotFoundError);
+    EXPECT_EQ(id, 999);
+    EXPECT_EQ(db::ReadScalar(connection(), "SELECT Count(*) FROM BndTable").toInt(), 0);
+}
+
 TEST_P(BoundRecordTest, MissingRowLeavesHoldersAlone) {
     Screen read;
     read.name.setText("typed");
