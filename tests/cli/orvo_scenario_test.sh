@@ -55,11 +55,9 @@ if [ -z "${ORVO_TEST_PG:-}" ]; then
     [ "$failures" -eq 0 ]
     exit
 fi
-fresh_database() {  # prints the name of a new empty database, dropped on exit
-    local name="orvo_cli_$$_$1"
-    psql "$ORVO_TEST_PG" -qc "CREATE DATABASE \"$name\" TEMPLATE template0" >/dev/null || return 1
-    databases+=("$name")
-    echo "$name"
+fresh_database() {  # fresh_database NAME: a new empty database, dropped on exit
+    psql "$ORVO_TEST_PG" -qc "CREATE DATABASE \"$1\" TEMPLATE template0" >/dev/null
+    databases+=("$1")
 }
 dump_public() { pg_dump --schema=public "$ORVO_TEST_PG dbname=$1" 2>&1 | grep -v '^-- Dumped\|^.restrict\|^.unrestrict'; }
 count_objects() {  # count_objects DB WHERE: schemas and databases a run may have left
@@ -68,7 +66,8 @@ count_objects() {  # count_objects DB WHERE: schemas and databases a run may hav
 
 # A practice set up before citext had a schema of its own: citext and the practice in public.
 # The scenario cannot share that path, so it runs in a database of its own.
-old=$(fresh_database old)
+old="orvo_cli_$$_old"
+fresh_database "$old"
 psql "$ORVO_TEST_PG dbname=$old" -qc "CREATE EXTENSION citext" >/dev/null
 "$sql" --data "$work/old" --pg "$ORVO_TEST_PG dbname=$old" --create \
     -c "INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (6703, 'Delta Mutual')" \
@@ -82,7 +81,8 @@ left=$(count_objects postgres "SELECT count(*) FROM pg_database WHERE datname LI
 [ "$left" -eq 0 ]; check "the scenario's own database is dropped after it" $? "$left left"
 
 # A practice made now: citext in a schema of its own, the practice in public.
-new=$(fresh_database new)
+new="orvo_cli_$$_new"
+fresh_database "$new"
 "$sql" --data "$work/new" --pg "$ORVO_TEST_PG dbname=$new" --create \
     -c "INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (6703, 'Delta Mutual')" >/dev/null
 before=$(dump_public "$new")
@@ -100,7 +100,8 @@ case "$err" in *"has no schema"*) r=$status ;; *) r=0 ;; esac
 [ $r -eq 1 ]; check "orvo-desk takes --pg-schema as a name, and refuses one that is not there" $? "$err"
 
 # Several runs at once on a database without citext: it is made once, where all of them see it.
-bare=$(fresh_database bare)
+bare="orvo_cli_$$_bare"
+fresh_database "$bare"
 for i in 1 2 3; do
     "$scenario" --pg "$ORVO_TEST_PG dbname=$bare" "$here/scenarios/own_practice_only.scn" >"$work/race$i" 2>&1 &
 done
