@@ -13,6 +13,7 @@
 #include "component/public/registry.h"
 #include "component/session.h"
 #include "insurance/insurance_tables.h"
+#include "people/people_tables.h"
 #include "platform/schema/schema.h"
 #include "reminders/reminder_tables.h"
 #include "tools/tools_tables.h"
@@ -127,6 +128,7 @@ void OrvoDeclareTables(schema::Catalog* catalog) {
     if (!catalog)
         return;
     insurance::DeclareInsuranceTables(*catalog);
+    people::DeclarePeopleTables(*catalog);
     tools::DeclareToolsTables(*catalog);
     reminders::DeclareReminderTables(*catalog);
 }

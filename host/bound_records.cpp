@@ -64,12 +64,41 @@ QString KeyLiteral(const QVariant& id) {
     return QString::number(id.toLongLong());
 }
 
+// The row a field was read from, kept on the field itself.
+const char* const kBoundTable = "orvoBoundTable";
+const char* const kBoundKeyColumn = "orvoBoundKeyColumn";
+const char* const kBoundKey = "orvoBoundKey";
+
+// The columns of the table that the holders are bound to, each once, with their values as SQL
+// literals. The key column is never written.
+void BoundValues(db::Connection& connection, const QString& table, const QString& keyColumn,
+                 const FieldHolders& holders, QStringList& columns, QStringList& values) {
+    const db::Recordset shape(connection, QStringLiteral("SELECT * FROM %1 WHERE 1=0").arg(table));
+    for (const QWidget* holder : holders) {
+        const QString column = BoundColumn(holder);
+        if (column.isEmpty() || column.compare(keyColumn, Qt::CaseInsensitive) == 0)
+            continue;
+        if (shape.IndexOf(column) < 0 || columns.contains(column, Qt::CaseInsensitive))
+            continue;
+        columns << column;
+        values << HolderLiteral(holder);
+    }
+}
+
 }  // namespace
 
 void ReadBoundRecord(db::Connection& connection, const QVariant& recordId, const QString& keyColumn,
                      const QString& table, const FieldHolders& holders) {
     if (!recordId.isValid() || recordId.toString().trimmed().isEmpty())
         return;
+    // Each field remembers its row, so that SaveBoundFields writes it back there.
+    for (QWidget* holder : holders) {
+        if (!holder)
+            continue;
+        holder->setProperty(kBoundTable, table);
+        holder->setProperty(kBoundKeyColumn, keyColumn);
+        holder->setProperty(kBoundKey, recordId);
+    }
     const db::Recordset rs(
         connection,
         QStringLiteral("SELECT * FROM %1 WHERE %2=%3").arg(table, keyColumn, KeyLiteral(recordId)));
@@ -85,18 +114,9 @@ void ReadBoundRecord(db::Connection& connection, const QVariant& recordId, const
 
 void WriteBoundRecord(db::Connection& connection, int& recordId, const QString& keyColumn,
                       const QString& table, const FieldHolders& holders) {
-    const db::Recordset shape(connection, QStringLiteral("SELECT * FROM %1 WHERE 1=0").arg(table));
     QStringList columns;
     QStringList values;
-    for (const QWidget* holder : holders) {
-        const QString column = BoundColumn(holder);
-        if (column.isEmpty() || column.compare(keyColumn, Qt::CaseInsensitive) == 0)
-            continue;
-        if (shape.IndexOf(column) < 0 || columns.contains(column, Qt::CaseInsensitive))
-            continue;
-        columns << column;
-        values << HolderLiteral(holder);
-    }
+    BoundValues(connection, table, keyColumn, holders, columns, values);
     if (recordId == 0) {
         const QString sql = columns.isEmpty()
                                 ? QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(table)
@@ -114,6 +134,50 @@ void WriteBoundRecord(db::Connection& connection, int& recordId, const QString& 
     connection.ExecuteOneRow(QStringLiteral("UPDATE %1 SET %2 WHERE %3=%4")
                                  .arg(table, assignments.join(QStringLiteral(", ")), keyColumn,
                                       QString::number(recordId)));
+}
+
+void SaveBoundFields(db::Connection& connection, const FieldHolders& holders) {
+    // The fields of one save may come from several rows: one UPDATE for each row.
+    struct Row {
+        QString table, keyColumn;
+        QVariant key;
+        FieldHolders holders;
+    };
+    QList<Row> rows;
+    for (QWidget* holder : holders) {
+        if (!holder)
+            continue;
+        const QString table = holder->property(kBoundTable).toString();
+        if (table.isEmpty()) {
+            throw ComponentError(
+                QStringLiteral("The field %1 was never read from a row, so it cannot be saved")
+                    .arg(holder->objectName()));
+        }
+        const QString keyColumn = holder->property(kBoundKeyColumn).toString();
+        const QVariant key = holder->property(kBoundKey);
+        auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& r) {
+            return r.table == table && r.keyColumn == keyColumn && r.key == key;
+        });
+        if (row == rows.end()) {
+            rows.append({table, keyColumn, key, {}});
+            row = rows.end() - 1;
+        }
+        row->holders << holder;
+    }
+    for (const Row& row : rows) {
+        QStringList columns;
+        QStringList values;
+        BoundValues(connection, row.table, row.keyColumn, row.holders, columns, values);
+        if (columns.isEmpty())
+            continue;
+        QStringList assignments;
+        for (qsizetype i = 0; i < columns.size(); ++i)
+            assignments << columns[i] + QLatin1Char('=') + values[i];
+        // The row was read when the screen loaded; another station may have deleted it since.
+        connection.ExecuteOneRow(QStringLiteral("UPDATE %1 SET %2 WHERE %3=%4")
+                                     .arg(row.table, assignments.join(QStringLiteral(", ")),
+                                          row.keyColumn, KeyLiteral(row.key)));
+    }
 }
 
 }  // namespace orvo::host

@@ -21,4 +21,9 @@ void ReadBoundRecord(db::Connection& connection, const QVariant& recordId, const
 void WriteBoundRecord(db::Connection& connection, int& recordId, const QString& keyColumn,
                       const QString& table, const FieldHolders& holders);
 
+// Writes the fields back to the rows ReadBoundRecord filled them from, one UPDATE per row. A
+// field never read from a row throws ComponentError; a row gone since throws
+// db::RowNotFoundError.
+void SaveBoundFields(db::Connection& connection, const FieldHolders& holders);
+
 }  // namespace orvo::host

@@ -6,6 +6,7 @@
 #include <QThread>
 
 #include "host/bound_records.h"
+#include "host/host_persons.h"
 #include "host/payer_list_window.h"
 #include "host/rights.h"
 #include "host/text_format.h"
@@ -268,6 +269,56 @@ void HostGIC::WriteSetting(const QString& section, const QString& key, int scope
 
 void HostGIC::WriteStationSetting(const QString& key, const QVariant& value) {
     settings_.Write(SettingsStore::kStationSection, GetStationID() + key, 0, value);
+}
+
+// --- persons (host_persons.cpp) ----------------------------------------------------------
+
+int HostGIC::GetDefaultProviderID() {
+    return DefaultProviderId(*this);
+}
+bool HostGIC::IsValidFeeSchedule(short schedule) {
+    return FeeScheduleInUse(*this, schedule);
+}
+bool HostGIC::IsFamilyHead(int personId) {
+    return PersonIsFamilyHead(GetConnection(), personId);
+}
+bool HostGIC::FindInitials(const QString& initials, int& holderPersonId) {
+    return InitialsHolder(GetConnection(), initials, holderPersonId);
+}
+QString HostGIC::MakeDefaultInitials(int personId, const QString& lastName,
+                                     const QString& firstName) {
+    return ProposeInitials(GetConnection(), personId, lastName, firstName);
+}
+void HostGIC::SetPatientStatus(int personId, const QString& status) {
+    RecordPatientStatus(GetConnection(), Author(), personId, status);
+}
+void HostGIC::NotifyPersonChanged(int personId) {
+    RefreshFamilyHeadIndex(GetConnection(), personId);
+    if (!changedPersons_.contains(personId))
+        changedPersons_ << personId;
+}
+QString HostGIC::GetPersonName(int personId, const QString& separator, const QString& extraField) {
+    return PersonDisplayName(GetConnection(), personId, separator, extraField);
+}
+QString HostGIC::GetPersonField(int personId, int fieldNumber) {
+    return PersonField(GetConnection(), personId, fieldNumber);
+}
+void HostGIC::ReplaceInText(QString& text, const QString& find, const QString& replacement) {
+    if (!find.isEmpty())
+        text.replace(find, replacement, Qt::CaseSensitive);
+}
+void HostGIC::SaveBoundFields(const FieldHolders& holders) {
+    host::SaveBoundFields(GetConnection(), holders);
+}
+void HostGIC::AskRestoreArchived(bool& restoreReminders, bool& restoreAccount, bool initial,
+                                 int /*kind*/) {
+    AskWhatToRestore(restoreReminders, restoreAccount, initial);
+}
+void HostGIC::PersonRoleAdded(int personId, int extraId) {
+    BindRoleToRecord(*this, personId, extraId);
+}
+void HostGIC::RestorePersonRecalls(int personId) {
+    RestoreRecallsOnReturn(*this, personId);
 }
 
 }  // namespace orvo::host

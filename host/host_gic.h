@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <optional>
+#include <utility>
 
 #include "component/public/gic.h"
 #include "host/host_session.h"
@@ -166,6 +167,10 @@ public:
     void WriteSetting(const QString& section, const QString& key, int scope,
                       const QVariant& value) override;
     void WriteStationSetting(const QString& key, const QVariant& value) override;
+    void AskRestoreArchived(bool& restoreReminders, bool& restoreAccount, bool initial,
+                            int kind) override;
+    void PersonRoleAdded(int personId, int extraId) override;
+    void RestorePersonRecalls(int personId) override;
 
     // The mailbox slots that the component only puts, read by the host.
     QString carrierSearchText() const { return carrierSearchText_; }
@@ -177,6 +182,9 @@ public:
     int planEmployerId() const { return planEmployerId_; }
     QString planGroupText() const { return planGroupText_; }
     QString planTitle() const { return planTitle_; }
+    // The persons NotifyPersonChanged has named since the last TakeChangedPersons, in order:
+    // what the host has to show anew once the component returns.
+    QList<int> TakeChangedPersons() { return std::exchange(changedPersons_, {}); }
     // The host's side of GetGoToQuickAppoint.
     void SetGoToQuickAppoint(bool value) { goToQuickAppoint_ = value; }
 
@@ -203,6 +211,7 @@ private:
     QString planGroupText_;
     QString planTitle_;
     bool goToQuickAppoint_ = false;
+    QList<int> changedPersons_;
 };
 
 }  // namespace orvo::host

@@ -16,7 +16,6 @@ void HostGIC::CoverageAdded(int) { ORVO_PENDING(CoverageAdded); }
 void HostGIC::CoverageChanged(int) { ORVO_PENDING(CoverageChanged); }
 void HostGIC::DeletePersonRow(int, const QString&) { ORVO_PENDING(DeletePersonRow); }
 void HostGIC::FillClaimFormList(QComboBox*) { ORVO_PENDING(FillClaimFormList); }
-bool HostGIC::FindInitials(const QString&, int&) { ORVO_PENDING(FindInitials); }
 void HostGIC::FlushConnection(db::Connection&, int) { ORVO_PENDING(FlushConnection); }
 QString HostGIC::FormatSqlDate(const QDate&) { ORVO_PENDING(FormatSqlDate); }
 QString HostGIC::FormatSsn(const QString&) { ORVO_PENDING(FormatSsn); }
@@ -24,7 +23,6 @@ bool HostGIC::GetBudgetPlanOwner(int, Currency&) { ORVO_PENDING(GetBudgetPlanOwn
 void HostGIC::GetBudgetPlanTotals(int, Currency&, Currency&) { ORVO_PENDING(GetBudgetPlanTotals); }
 QString HostGIC::GetCarrierName(int) { ORVO_PENDING(GetCarrierName); }
 CoverageYearToDate HostGIC::GetCoverageYearToDate(int, bool) { ORVO_PENDING(GetCoverageYearToDate); }
-int HostGIC::GetDefaultProviderID() { ORVO_PENDING(GetDefaultProviderID); }
 QString HostGIC::GetEmployerName(int) { ORVO_PENDING(GetEmployerName); }
 int HostGIC::GetFamilyID(int) { ORVO_PENDING(GetFamilyID); }
 QList<int> HostGIC::GetFamilyLinks(int) { ORVO_PENDING(GetFamilyLinks); }
@@ -32,24 +30,18 @@ short HostGIC::GetFamilyMemberCount(int) { ORVO_PENDING(GetFamilyMemberCount); }
 bool HostGIC::GetFamilyMembers(int, QList<int>&) { ORVO_PENDING(GetFamilyMembers); }
 QString HostGIC::GetGroupNumber(int) { ORVO_PENDING(GetGroupNumber); }
 int HostGIC::GetOfficeLocationCount() { ORVO_PENDING(GetOfficeLocationCount); }
-QString HostGIC::GetPersonField(int, int) { ORVO_PENDING(GetPersonField); }
-QString HostGIC::GetPersonName(int, const QString&, const QString&) { ORVO_PENDING(GetPersonName); }
 QString HostGIC::GetPlanTypeCode(int) { ORVO_PENDING(GetPlanTypeCode); }
 QString HostGIC::GetPlanTypeName(int) { ORVO_PENDING(GetPlanTypeName); }
 short HostGIC::GetProviderFeeSchedule(int) { ORVO_PENDING(GetProviderFeeSchedule); }
 db::Connection& HostGIC::GetTimeConnection() { ORVO_PENDING(GetTimeConnection); }
 bool HostGIC::GroupPlanExists(const QString&, const QString&, int) { ORVO_PENDING(GroupPlanExists); }
 bool HostGIC::HasFamilyBudgetPlan(int) { ORVO_PENDING(HasFamilyBudgetPlan); }
-bool HostGIC::IsFamilyHead(int) { ORVO_PENDING(IsFamilyHead); }
 bool HostGIC::IsRestrictedMode() { ORVO_PENDING(IsRestrictedMode); }
 bool HostGIC::IsScreenLocked() { ORVO_PENDING(IsScreenLocked); }
 bool HostGIC::IsSupervisor(const QString&, QVariant&) { ORVO_PENDING(IsSupervisor); }
-bool HostGIC::IsValidFeeSchedule(short) { ORVO_PENDING(IsValidFeeSchedule); }
-QString HostGIC::MakeDefaultInitials(int, const QString&, const QString&) { ORVO_PENDING(MakeDefaultInitials); }
 QString HostGIC::MapTaxonomyCode(const QString&) { ORVO_PENDING(MapTaxonomyCode); }
 QString HostGIC::NormalizeDate(const QString&, const QString&) { ORVO_PENDING(NormalizeDate); }
 void HostGIC::RefreshHost(const QString&) { ORVO_PENDING(RefreshHost); }
-void HostGIC::NotifyPersonChanged(int) { ORVO_PENDING(NotifyPersonChanged); }
 void HostGIC::NotifyPlanListChanged(int) { ORVO_PENDING(NotifyPlanListChanged); }
 bool HostGIC::PlanHasFixedFees(int) { ORVO_PENDING(PlanHasFixedFees); }
 bool HostGIC::PlanIsPercentile(int) { ORVO_PENDING(PlanIsPercentile); }
@@ -58,16 +50,13 @@ void HostGIC::PlanPaymentTypeChanged(int, int) { ORVO_PENDING(PlanPaymentTypeCha
 void HostGIC::PlanRenewalDateChanged(int, const QString&) { ORVO_PENDING(PlanRenewalDateChanged); }
 void HostGIC::ProviderFeeScheduleChanged(int, short) { ORVO_PENDING(ProviderFeeScheduleChanged); }
 void HostGIC::RecallTitleChanged(int, const QString&) { ORVO_PENDING(RecallTitleChanged); }
-void HostGIC::ReplaceInText(QString&, const QString&, const QString&) { ORVO_PENDING(ReplaceInText); }
 int HostGIC::RunProgramAndWait(const QString&, int) { ORVO_PENDING(RunProgramAndWait); }
-void HostGIC::SaveBoundFields(const FieldHolders&) { ORVO_PENDING(SaveBoundFields); }
 void HostGIC::SetActiveRecord(int, const QString&) { ORVO_PENDING(SetActiveRecord); }
 void HostGIC::SetBookAppointmentRequest(bool) { ORVO_PENDING(SetBookAppointmentRequest); }
 void HostGIC::SetBusyCursor(bool) { ORVO_PENDING(SetBusyCursor); }
 void HostGIC::SetCoverageInsCoPatID(int, const QString&) { ORVO_PENDING(SetCoverageInsCoPatID); }
 void HostGIC::SetCoverageYearToDate(int, bool, const CoverageYearToDate&) { ORVO_PENDING(SetCoverageYearToDate); }
 void HostGIC::SetOfficeSchedule(const QVariant&) { ORVO_PENDING(SetOfficeSchedule); }
-void HostGIC::SetPatientStatus(int, const QString&) { ORVO_PENDING(SetPatientStatus); }
 void HostGIC::SetPersonCoverageLink(int, int, bool, bool) { ORVO_PENDING(SetPersonCoverageLink); }
 void HostGIC::SetPersonPrimaryEmployer(int, int, int, bool) { ORVO_PENDING(SetPersonPrimaryEmployer); }
 void HostGIC::SetPlanClaimForm(int, bool, bool, const QVariant&) { ORVO_PENDING(SetPlanClaimForm); }

@@ -208,6 +208,20 @@ public:
     virtual void WriteSetting(const QString& section, const QString& key, int scope,
                               const QVariant& value) = 0;
     virtual void WriteStationSetting(const QString& key, const QVariant& value) = 0;
+
+    // Services of the suite that the role change of a person calls.
+
+    // Asked when an archived person comes back as a patient: which of the person's recall
+    // reminders and account the suite should restore. The flags come in as they stand (false)
+    // and go out as answered; initial and kind are the caller's (false and 2 for a returning
+    // patient).
+    virtual void AskRestoreArchived(bool& restoreReminders, bool& restoreAccount, bool initial,
+                                    int kind) = 0;
+    // A role was given to a person on behalf of another record (extraId, for a new employee the
+    // login the employee is bound to).
+    virtual void PersonRoleAdded(int personId, int extraId) = 0;
+    // Puts back the recall reminders of a person who returns from the archive.
+    virtual void RestorePersonRecalls(int personId) = 0;
 };
 
 }  // namespace orvo
