@@ -2,8 +2,11 @@
 
 #include <QDate>
 
+#include "host/host_gic.h"
+#include "host/host_persons.h"
 #include "host/host_tables.h"
 #include "host/login.h"
+#include "host/person_demo_data.h"
 #include "host/reminder_demo_data.h"
 #include "host/zip_demo_data.h"
 #include "platform/db/recordset.h"
@@ -165,6 +168,7 @@ bool SeedDemoPractice(HostSession& session) {
     // Employer-plan links for the first carriers, each with a few subscribers and their
     // covered family members; the other carriers have no patients.
     qint64 person = 1000;
+    QList<int> subscribers;
     for (int k = 0; k < 4; ++k) {
         const qint64 link = c.InsertWithIdentity(
             QStringLiteral("INSERT INTO ELTable (elEmpID, elInsID, elGroID, elStaDat, elFla) "
@@ -174,6 +178,7 @@ bool SeedDemoPractice(HostSession& session) {
                 .arg(500 + k));
         for (int s = 0; s < 3 + k; ++s) {
             const qint64 subscriber = ++person;
+            subscribers << static_cast<int>(subscriber);
             const qint64 patEmp = c.InsertWithIdentity(
                 QStringLiteral("INSERT INTO PatEmpTable (PatEmpPatID, PatEmpElID, PatEmpOrd, "
                                "PatEmpStaDat, PatEmpFla) VALUES (%1, %2, 1, #01/04/2024#, 0)")
@@ -201,6 +206,7 @@ bool SeedDemoPractice(HostSession& session) {
                QStringLiteral("EDIT-EMP-INS"));
     GrantRight(c, QStringLiteral("MANAGER"), session.officeLocationId,
                QStringLiteral("LINK-EMP-INS"));
+    SeedDemoPersons(c, subscribers);
     if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM ZipCodTable")).toInt() == 0)
         InsertDemoZipCodes(c);
     c.Execute(QStringLiteral("INSERT INTO %1 (SetSec, SetKey, SetSco, SetVal, SetValTyp) VALUES "
@@ -208,6 +214,8 @@ bool SeedDemoPractice(HostSession& session) {
                   .arg(kSettingsTable, Quote(kDemoSection), Quote(kDemoKey),
                        Quote(QDate::currentDate().toString(Qt::ISODate))));
     lock.Commit();
+    RebuildFamilyHeadIndex(c);
+    HostGIC(session).WriteSetting(kOfficeSection, kDefaultProviderKey, 0, 1);
     // The eReminders keep a transaction of their own; only the station that seeded gets here.
     SeedDemoReminders(c, session.dataPath, session.officeLocationId);
     return true;

@@ -7,7 +7,9 @@
 //   NotifyPersonChanged   the person's row of FMIndTable, when the head list no longer matches
 //   SaveBoundFields       the bound columns of the row the fields were read from (bound_records)
 //   PersonRoleAdded       PWMTable.PWMPid of the login named, and a note line for the person
-//   RestorePersonRecalls  a note line for the person (only when the office setting allows it)
+//   RestorePersonRecalls  RecTable.rStage back to 0 (due) for the person's entries whose
+//                         tracking had stopped (7), and a note line; only when the office
+//                         setting allows it
 //
 // The others read only. The role columns themselves, pACCTYP, pSrtFlg, pTypX1, pDocIni and
 // pFAMHEAIND are written by the component's role change, never here.
@@ -66,33 +68,39 @@ void DeclarePersonHostTables(schema::Catalog& catalog) {
 }
 
 void RefreshFamilyHeadIndex(db::Connection& connection, int personId) {
-    const db::Recordset person(
-        connection, QStringLiteral("SELECT pLASNAM, pFIRNAM FROM PATable WHERE pID = %1 AND %2")
-                        .arg(personId)
-                        .arg(kFamilyHeadFilter));
-    db::Recordset listed(connection, QStringLiteral("SELECT FMIndLASNAM, FMIndFirNAM FROM "
-                                                    "FMIndTable WHERE FMIndPatTabID = %1")
-                                         .arg(personId));
+    // One read tells both sides: whether the person is a head now, and what the list holds.
+    db::Recordset rs(connection,
+                     QStringLiteral("SELECT pLASNAM, pFIRNAM, CASE WHEN %1 THEN 1 ELSE 0 END, "
+                                    "FMIndLASNAM, FMIndFirNAM, FMIndPatTabID FROM PATable LEFT "
+                                    "JOIN FMIndTable ON FMIndPatTabID = pID WHERE pID = %2")
+                         .arg(kFamilyHeadFilter)
+                         .arg(personId));
     const QString deleteRows =
         QStringLiteral("DELETE FROM FMIndTable WHERE FMIndPatTabID = %1").arg(personId);
-    if (person.IsEmpty()) {
-        if (!listed.IsEmpty())
+    if (rs.IsEmpty()) {  // the person is gone
+        connection.Execute(deleteRows);
+        return;
+    }
+    const bool head = rs.Long(2) != 0;
+    const bool listed = !rs.IsNull(5);
+    const QString last = rs.Text(0);
+    const QString first = rs.Text(1);
+    // Names are compared as stored, so that a change of letter case reaches the list too.
+    const bool same = listed && QString::compare(rs.Text(3), last, Qt::CaseSensitive) == 0 &&
+                      QString::compare(rs.Text(4), first, Qt::CaseSensitive) == 0;
+    rs.MoveNext();
+    const bool single = rs.Eof();
+    if (!head) {
+        if (listed)
             connection.Execute(deleteRows);
         return;
     }
-    // Names are compared as stored, so that a change of letter case reaches the list too.
-    const QString last = person.Text(0);
-    const QString first = person.Text(1);
-    if (!listed.IsEmpty()) {
-        const bool same = QString::compare(listed.Text(0), last, Qt::CaseSensitive) == 0 &&
-                          QString::compare(listed.Text(1), first, Qt::CaseSensitive) == 0;
-        listed.MoveNext();
-        if (same && listed.Eof())
-            return;
-    }
+    if (same && single)
+        return;
     // No transaction of its own: the caller may be inside one. A row lost between the two
     // statements is put back by the next change of the person or by a rebuild of the list.
-    connection.Execute(deleteRows);
+    if (listed)
+        connection.Execute(deleteRows);
     connection.Execute(QStringLiteral("INSERT INTO FMIndTable (FMIndLASNAM, FMIndFirNAM, "
                                       "FMIndPatTabID) VALUES (%1, %2, %3)")
                            .arg(QuoteSqlText(last), QuoteSqlText(first))
@@ -257,9 +265,13 @@ void BindRoleToRecord(GIC& gic, int personId, int extraId) {
 void RestoreRecallsOnReturn(GIC& gic, int personId) {
     if (!gic.ReadSetting(kOfficeSection, kRestoreRecallsKey, 0, true).toBool())
         return;
-    gic.WriteLogLine(personId, QStringLiteral("CM"), QStringLiteral("LogPerson"),
-                     QStringLiteral("Recall"),
-                     QStringLiteral("Recall reminders restored on return from the archive"));
+    // Archiving stops the tracking of the person's recalls; coming back makes them due again.
+    const int restored = gic.GetConnection().Execute(
+        QStringLiteral("UPDATE RecTable SET rStage = 0 WHERE rPID = %1 AND rStage = 7")
+            .arg(personId));
+    gic.WriteLogLine(
+        personId, QStringLiteral("CM"), QStringLiteral("LogPerson"), QStringLiteral("Recall"),
+        QStringLiteral("%1 recall reminder(s) restored on return from the archive").arg(restored));
 }
 
 }  // namespace orvo::host

@@ -60,7 +60,8 @@ QString PersonField(db::Connection& connection, int personId, int fieldNumber);
 void AskWhatToRestore(bool& restoreReminders, bool& restoreAccount, bool initial);
 // The add-role hook: binds a new employee to the login named by extraId, and notes it.
 void BindRoleToRecord(GIC& gic, int personId, int extraId);
-// The recall restoration: a note line, when the office setting allows the restore.
+// The recall restoration: the person's recall entries whose tracking stopped are due again,
+// with a note line, when the office setting allows the restore.
 void RestoreRecallsOnReturn(GIC& gic, int personId);
 
 // Builds the family-head list anew from the persons, in one transaction. Answers the number of

@@ -136,11 +136,8 @@ void DeclareHostTables(schema::Catalog& catalog) {
     catalog.Add(NotesTable());
     catalog.Add(AuditTable());
     catalog.Add(PayerTable());
-<<<<<<< HEAD
     catalog.Add(RecallListTable());
-=======
     DeclarePersonHostTables(catalog);
->>>>>>> 64ddd9c (One table of persons: the record read that heals a missing provider and fee schedule, the role change as one UPDATE with its consequences, the contact blocks kept in step with the shown numbers, and the host's person operations with the family-head list it keeps)
 }
 
 }  // namespace orvo::host

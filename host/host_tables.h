@@ -13,11 +13,8 @@ inline const QString kNotesTable = QStringLiteral("cmTable");
 inline const QString kAuditTable = QStringLiteral("AudTable");
 
 // Declares the tables the host owns: settings, logins with their rights and locations, the
-<<<<<<< HEAD
-// notes lines, the audit log, the electronic payer list and the recall list.
-=======
-// notes lines, the audit log, the electronic payer list and the patient statuses.
->>>>>>> 64ddd9c (One table of persons: the record read that heals a missing provider and fee schedule, the role change as one UPDATE with its consequences, the contact blocks kept in step with the shown numbers, and the host's person operations with the family-head list it keeps)
+// notes lines, the audit log, the electronic payer list, the recall list and the patient
+// statuses.
 void DeclareHostTables(schema::Catalog& catalog);
 
 }  // namespace orvo::host

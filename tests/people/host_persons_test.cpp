@@ -114,13 +114,26 @@ TEST_P(HostPersonsTest, ArchiveQuestionClosedKeepsTheFlagsAndRecallRestoreFollow
     EXPECT_TRUE(reminders);
     EXPECT_FALSE(account);
 
+    // Recalls of person 5: one whose tracking stopped, one past due; person 6 is left alone.
+    for (const char* row : {"5, 7", "5, 3", "6, 7"})
+        Db().Execute(QStringLiteral("INSERT INTO RecTable (rPID, rStage) VALUES (%1)").arg(row));
+    const auto stages = [&] {
+        db::Recordset rs(Db(), "SELECT rStage FROM RecTable ORDER BY rRecNum");
+        QStringList out;
+        for (; !rs.Eof(); rs.MoveNext())
+            out << rs.Text(0);
+        return out.join(' ');
+    };
     const auto notes = [&] {
         return db::ReadScalar(Db(), "SELECT count(*) FROM cmTable WHERE cmPID=5").toInt();
     };
-    Host().RestorePersonRecalls(5);
-    EXPECT_EQ(notes(), 1);
     Setting(host::kRestoreRecallsKey, false);
     Host().RestorePersonRecalls(5);
+    EXPECT_EQ(stages(), "7 3 7");
+    EXPECT_EQ(notes(), 0);
+    Setting(host::kRestoreRecallsKey, true);
+    Host().RestorePersonRecalls(5);
+    EXPECT_EQ(stages(), "0 3 7");
     EXPECT_EQ(notes(), 1);
 }
 
