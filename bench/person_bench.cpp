@@ -1,0 +1,154 @@
+// The person record on a practice of 500,000 persons in families, on each engine:
+//  - ReadPersonRecord against its floor, the bare "SELECT *" of the same row read through a
+//    plain Qt SQL loop (every value taken by index);
+//  - SetPersonType (a referral role switched on and off for patients) against its floor, the
+//    bare UPDATE it composes, run through Qt SQL.
+// The figure to read is each pair's ratio. The practice is made once and kept (see
+// KeptPersonPractice); the first run on a machine spends minutes on it. PostgreSQL runs when
+// ORVO_TEST_PG names a server. ORVO_BENCH_PERSONS changes the size.
+#include <benchmark/benchmark.h>
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <cstdio>
+#include <random>
+
+#include "bench/gen/bench_support.h"
+#include "bench/gen/person_gen.h"
+#include "host/host_gic.h"
+#include "people/person_record.h"
+#include "platform/db/recordset.h"
+
+namespace {
+
+using namespace orvo;
+
+int Persons() {
+    const int n = qEnvironmentVariableIntValue("ORVO_BENCH_PERSONS");
+    return n > 0 ? n : 500000;
+}
+
+struct Fixture {
+    host::HostSession session;
+    std::unique_ptr<host::HostGIC> gic;
+    std::vector<int> ids;  // patients spread over the whole table
+};
+
+std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
+    auto f = std::make_unique<Fixture>();
+    bool made = false;
+    double seconds = 0;
+    const db::ConnectionOptions options =
+        bench::KeptPersonPractice(engine, Persons(), &made, &seconds);
+    if (made) {
+        std::fprintf(stderr, "made a practice of %d persons on %s in %.1f s\n", Persons(),
+                     engine == db::Engine::Sqlite ? "SQLite" : "PostgreSQL", seconds);
+    }
+    f->session.connection = db::Connection::Open(options);
+    f->session.loginName = QStringLiteral("BENCH");
+    f->gic = std::make_unique<host::HostGIC>(f->session);
+    const int first =
+        db::ReadScalar(*f->session.connection,
+                       QStringLiteral("SELECT min(pID) FROM PATable WHERE pTypPat = '1' AND "
+                                      "pPROIND <> 0 AND pTypX1 IS NULL"))
+            .toInt();
+    std::mt19937 rng(7);
+    for (int i = 0; i < 2000; ++i)
+        f->ids.push_back(first + static_cast<int>(rng() % (Persons() - first)));
+    return f;
+}
+
+std::unique_ptr<Fixture> fixtures[2];
+
+Fixture* FixtureFor(benchmark::State& state, db::Engine engine) {
+    if (bench::SkipWithoutEngine(state, engine))
+        return nullptr;
+    auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
+    if (!f)
+        f = MakeFixture(engine);
+    return f.get();
+}
+
+db::Engine EngineOf(const benchmark::State& state) {
+    return state.range(0) == 0 ? db::Engine::Sqlite : db::Engine::Postgres;
+}
+
+void Exec(QSqlQuery& query, const QString& sql) {
+    if (!query.exec(sql))
+        throw db::DatabaseError(query.lastError().text(), sql);
+}
+
+void BareSelect(benchmark::State& state) {
+    Fixture* f = FixtureFor(state, EngineOf(state));
+    if (!f)
+        return;
+    size_t i = 0;
+    for (auto _ : state) {
+        QSqlQuery query(f->session.connection->database());
+        query.setForwardOnly(true);
+        Exec(query, QStringLiteral("SELECT * FROM PATable WHERE pID=%1").arg(f->ids[i++ % 2000]));
+        if (query.next()) {
+            const int columns = query.record().count();
+            for (int c = 0; c < columns; ++c)
+                benchmark::DoNotOptimize(query.value(c));
+        }
+    }
+}
+
+void ReadPersonRecord(benchmark::State& state) {
+    Fixture* f = FixtureFor(state, EngineOf(state));
+    if (!f)
+        return;
+    size_t i = 0;
+    people::PersonRecord record;
+    for (auto _ : state) {
+        people::ReadPersonRecord(*f->gic, f->ids[i++ % 2000], record);
+        benchmark::DoNotOptimize(record.pLASNAM);
+    }
+}
+
+void BareUpdate(benchmark::State& state) {
+    Fixture* f = FixtureFor(state, EngineOf(state));
+    if (!f)
+        return;
+    QSqlQuery query(f->session.connection->database());
+    size_t i = 0;
+    for (auto _ : state) {
+        const int id = f->ids[i % 2000];
+        const QString value = (i++ / 2000) % 2 ? QStringLiteral("0") : QStringLiteral("1");
+        Exec(
+            query,
+            QStringLiteral("UPDATE PATABLE SET PTYPREF = '%1' WHERE pID = %2;").arg(value).arg(id));
+    }
+}
+
+void SetPersonType(benchmark::State& state) {
+    Fixture* f = FixtureFor(state, EngineOf(state));
+    if (!f)
+        return;
+    size_t i = 0;
+    for (auto _ : state) {
+        const int id = f->ids[i % 2000];
+        const QString value = (i++ / 2000) % 2 ? QStringLiteral("0") : QStringLiteral("1");
+        people::SetPersonType(*f->gic, id, QStringLiteral("PTYPREF"), value);
+    }
+}
+
+void Engines(benchmark::internal::Benchmark* b) {
+    b->ArgName("pg")->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond)->MinTime(2.0);
+}
+
+BENCHMARK(BareSelect)->Apply(Engines);
+BENCHMARK(ReadPersonRecord)->Apply(Engines);
+BENCHMARK(BareUpdate)->Apply(Engines);
+BENCHMARK(SetPersonType)->Apply(Engines);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    return bench::RunBenchmarks(argc, argv, [] {
+        for (auto& f : fixtures)
+            f.reset();
+    });
+}
