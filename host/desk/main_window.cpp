@@ -11,6 +11,7 @@
 #include "component/public/editing_screen.h"
 #include "host/component_loader.h"
 #include "host/host_gic.h"
+#include "host/host_persons.h"
 #include "host/host_session.h"
 #include "platform/db/recordset.h"
 #include "platform/prompts.h"
@@ -79,6 +80,7 @@ MainWindow::~MainWindow() = default;
 void MainWindow::BuildMenus() {
     QMenu* file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Refresh"), this, &MainWindow::Refresh, QKeySequence::Refresh);
+    file->addAction(tr("Rebuild Family &Head List"), this, &MainWindow::RebuildFamilyHeads);
     file->addSeparator();
     file->addAction(tr("E&xit"), this, &QWidget::close, QKeySequence::Quit);
     QMenu* insurance = menuBar()->addMenu(tr("&Insurance"));
@@ -115,6 +117,20 @@ void MainWindow::Refresh() {
             summary_->setItem(row, 1, count);
         }
     });
+}
+
+void MainWindow::RebuildFamilyHeads() {
+    const QString title = tr("Rebuild Family Head List");
+    prompts().ShowBanner(tr("  Rebuilding the list of family heads - Please Wait  "));
+    try {
+        const int heads = RebuildFamilyHeadIndex(*session_.connection);
+        prompts().HideBanner();
+        statusBar()->showMessage(tr("%1 family heads listed").arg(heads));
+        Refresh();
+    } catch (const db::DatabaseError& error) {
+        prompts().HideBanner();
+        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical, title);
+    }
 }
 
 int MainWindow::RunStartMethod(const QString& method, const QString& text) {

@@ -25,6 +25,8 @@ public:
 
     // Re-reads the figures shown.
     void Refresh();
+    // Builds the list of family heads anew from the persons, for a list that went astray.
+    void RebuildFamilyHeads();
 
     // Runs a start method of the component by its name ("Ins_Company_Start",
     // "Pharmacy_Start") with its text argument (an id, or "NEW" and a name) and answers the id
