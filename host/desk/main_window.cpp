@@ -120,17 +120,19 @@ void MainWindow::Refresh() {
 }
 
 void MainWindow::RebuildFamilyHeads() {
-    const QString title = tr("Rebuild Family Head List");
-    prompts().ShowBanner(tr("  Rebuilding the list of family heads - Please Wait  "));
-    try {
+    RunUserAction(tr("Rebuild Family Head List"), [this] {
+        // The banner goes before any error is shown.
+        struct Banner {
+            Banner() {
+                prompts().ShowBanner(
+                    MainWindow::tr("  Rebuilding the list of family heads - Please Wait  "));
+            }
+            ~Banner() { prompts().HideBanner(); }
+        } banner;
         const int heads = RebuildFamilyHeadIndex(*session_.connection);
-        prompts().HideBanner();
         statusBar()->showMessage(tr("%1 family heads listed").arg(heads));
-        Refresh();
-    } catch (const db::DatabaseError& error) {
-        prompts().HideBanner();
-        prompts().Message(error.describe(), Buttons::Ok, Icon::Critical, title);
-    }
+    });
+    Refresh();
 }
 
 int MainWindow::RunStartMethod(const QString& method, const QString& text) {
