@@ -5,49 +5,14 @@
 namespace orvo::host {
 namespace {
 
-using schema::Column;
-using schema::ColumnType;
+using schema::Date;
+using schema::DateTime;
+using schema::Flag;
+using schema::Identity;
+using schema::Long;
+using schema::Memo;
 using schema::Table;
-
-Column Make(const QString& name, ColumnType type, int width = 0,
-            const QString& defaultValue = QString()) {
-    Column column;
-    column.name = name;
-    column.type = type;
-    column.width = width;
-    column.defaultValue = defaultValue;
-    return column;
-}
-
-Column Identity(const QString& name) {
-    Column column = Make(name, ColumnType::Long);
-    column.identity = true;
-    column.key = true;
-    return column;
-}
-
-Column Text(const QString& name, int width) {
-    return Make(name, ColumnType::Text, width);
-}
-Column Memo(const QString& name) {
-    return Make(name, ColumnType::Memo);
-}
-Column Date(const QString& name) {
-    return Make(name, ColumnType::Date);
-}
-Column DateTime(const QString& name) {
-    return Make(name, ColumnType::DateTime);
-}
-
-// Numbers that tie rows together read 0, not null, when an insert leaves them out.
-Column Long(const QString& name) {
-    return Make(name, ColumnType::Long, 0, QStringLiteral("0"));
-}
-
-// Flags start cleared, so a row added with only some of them set reads the others as 0.
-Column Flag(const QString& name) {
-    return Make(name, ColumnType::Boolean, 0, QStringLiteral("0"));
-}
+using schema::Text;
 
 // One row per stored setting, by section, key and scope. The value is kept as text together
 // with the name of the type it was written with, so a read without a typed default still

@@ -4,23 +4,11 @@ namespace orvo::insurance {
 namespace {
 
 using schema::Column;
-using schema::ColumnType;
-
-Column Key(const QString& name) {
-    return {name, ColumnType::Long, 0, true, true, {}};
-}
-Column Long(const QString& name) {
-    return {name, ColumnType::Long};
-}
-Column Flag(const QString& name) {
-    return {name, ColumnType::Short, 0, false, false, "0"};
-}
-Column Text(const QString& name, int width) {
-    return {name, ColumnType::Text, width};
-}
-Column Date(const QString& name) {
-    return {name, ColumnType::Date};
-}
+using schema::Date;
+using schema::Flag;
+using schema::Identity;
+using schema::Long;
+using schema::Text;
 
 // The carrier and the pharmacy share one layout of name, address, phones and remarks.
 QList<Column> AddressBook(const QString& prefix) {
@@ -33,7 +21,8 @@ QList<Column> AddressBook(const QString& prefix) {
 }  // namespace
 
 void DeclareInsuranceTables(schema::Catalog& catalog) {
-    schema::Table carriers{QStringLiteral("InsCoTable"), {Key(QStringLiteral("InsCoInd"))}, {}};
+    schema::Table carriers{
+        QStringLiteral("InsCoTable"), {Identity(QStringLiteral("InsCoInd"))}, {}};
     carriers.columns << AddressBook(QStringLiteral("InsCo"))
                      << Text(QStringLiteral("InsCoPreFix"), 10)
                      << Text(QStringLiteral("InsCoAccID"), 20)
@@ -41,28 +30,28 @@ void DeclareInsuranceTables(schema::Catalog& catalog) {
     carriers.indexes << QStringList{QStringLiteral("InsCoNam")};
     catalog.Add(carriers);
 
-    schema::Table pharmacies{QStringLiteral("PhaTable"), {Key(QStringLiteral("PhaID"))}, {}};
+    schema::Table pharmacies{QStringLiteral("PhaTable"), {Identity(QStringLiteral("PhaID"))}, {}};
     pharmacies.columns << AddressBook(QStringLiteral("Pha"));
     pharmacies.indexes << QStringList{QStringLiteral("PhaNam")};
     catalog.Add(pharmacies);
 
     catalog.Add(
         {QStringLiteral("ELTable"),
-         {Key(QStringLiteral("elID")), Long(QStringLiteral("elEmpID")),
+         {Identity(QStringLiteral("elID")), Long(QStringLiteral("elEmpID")),
           Long(QStringLiteral("elInsID")), Long(QStringLiteral("elGroID")),
           Date(QStringLiteral("elStaDat")), Date(QStringLiteral("elEndDat")),
           Text(QStringLiteral("elEndWho"), 25), Flag(QStringLiteral("elFla"))},
          {{QStringLiteral("elEmpID")}, {QStringLiteral("elInsID")}, {QStringLiteral("elGroID")}}});
 
     catalog.Add({QStringLiteral("PatEmpTable"),
-                 {Key(QStringLiteral("PatEmpID")), Long(QStringLiteral("PatEmpPatID")),
+                 {Identity(QStringLiteral("PatEmpID")), Long(QStringLiteral("PatEmpPatID")),
                   Long(QStringLiteral("PatEmpElID")), Long(QStringLiteral("PatEmpOrd")),
                   Date(QStringLiteral("PatEmpStaDat")), Date(QStringLiteral("PatEmpEndDat")),
                   Text(QStringLiteral("PatEmpEndWho"), 25), Flag(QStringLiteral("PatEmpFla"))},
                  {{QStringLiteral("PatEmpPatID")}, {QStringLiteral("PatEmpElID")}}});
 
     catalog.Add({QStringLiteral("CovTable"),
-                 {Key(QStringLiteral("CovID")), Long(QStringLiteral("CovPatID")),
+                 {Identity(QStringLiteral("CovID")), Long(QStringLiteral("CovPatID")),
                   Long(QStringLiteral("CovRel")), Long(QStringLiteral("CovSubPatEmpID")),
                   Long(QStringLiteral("CovOrd")), Date(QStringLiteral("CovStaDat")),
                   Date(QStringLiteral("CovEndDat")), Text(QStringLiteral("CovEndWho"), 25),

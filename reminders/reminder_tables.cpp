@@ -4,23 +4,10 @@ namespace orvo::reminders {
 namespace {
 
 using schema::Column;
-using schema::ColumnType;
-
-Column Key(const QString& name) {
-    return {name, ColumnType::Long, 0, true, true, {}};
-}
-Column Long(const QString& name) {
-    return {name, ColumnType::Long};
-}
-Column Flag(const QString& name) {
-    return {name, ColumnType::Short, 0, false, false, "0"};
-}
-Column Text(const QString& name, int width) {
-    return {name, ColumnType::Text, width};
-}
-Column Memo(const QString& name) {
-    return {name, ColumnType::Memo};
-}
+using schema::Flag;
+using schema::Long;
+using schema::Memo;
+using schema::Text;
 
 // One stage of a recall in RSTable: its period text, letter file and post card message.
 QList<Column> RecallStage(const QString& prefix) {
@@ -33,7 +20,7 @@ QList<Column> RecallStage(const QString& prefix) {
 void DeclareReminderTables(schema::Catalog& catalog) {
     schema::Table recalls{
         QStringLiteral("RSTable"),
-        {Key(QStringLiteral("RCRecNum")), Long(QStringLiteral("OffLocID")),
+        {schema::Identity(QStringLiteral("RCRecNum")), Long(QStringLiteral("OffLocID")),
          Text(QStringLiteral("RCTtl"), 65), Text(QStringLiteral("RCCod"), 100),
          Text(QStringLiteral("RCExcCod"), 100), Text(QStringLiteral("RCRecPer"), 5)},
         {{QStringLiteral("OffLocID")}}};
@@ -46,20 +33,20 @@ void DeclareReminderTables(schema::Catalog& catalog) {
     catalog.Add(recalls);
 
     catalog.Add({QStringLiteral("emmTable"),
-                 {Key(QStringLiteral("emmID")), Text(QStringLiteral("emmDes"), 50),
+                 {schema::Identity(QStringLiteral("emmID")), Text(QStringLiteral("emmDes"), 50),
                   Flag(QStringLiteral("emmHasCutOff")), Flag(QStringLiteral("emmEna")),
                   Long(QStringLiteral("emmAppDefTyp")), Long(QStringLiteral("OffLocID"))},
                  {{QStringLiteral("emmAppDefTyp")}}});
 
     catalog.Add({QStringLiteral("emsTable"),
-                 {Key(QStringLiteral("emsID")), Long(QStringLiteral("emsLinTyp")),
+                 {schema::Identity(QStringLiteral("emsID")), Long(QStringLiteral("emsLinTyp")),
                   Long(QStringLiteral("emsLinID")), Long(QStringLiteral("emsSeq")),
                   Long(QStringLiteral("emsPer")), Text(QStringLiteral("emsPerTyp"), 1),
                   Long(QStringLiteral("emsPID"))},
                  {{QStringLiteral("emsLinID"), QStringLiteral("emsLinTyp")}}});
 
     catalog.Add({QStringLiteral("ReminderMessageTable"),
-                 {Key(QStringLiteral("rmtID")), Long(QStringLiteral("rmtemmID")),
+                 {schema::Identity(QStringLiteral("rmtID")), Long(QStringLiteral("rmtemmID")),
                   Long(QStringLiteral("rmtLinID")), Flag(QStringLiteral("rmtTexAutRetMes")),
                   Flag(QStringLiteral("rmtEmaAutRetMes")), Memo(QStringLiteral("rmtTexMes")),
                   Memo(QStringLiteral("rmtEMaMes")), Memo(QStringLiteral("rmtCarMes")),
@@ -68,7 +55,7 @@ void DeclareReminderTables(schema::Catalog& catalog) {
                  {{QStringLiteral("rmtLinID")}}});
 
     catalog.Add({QStringLiteral("eBusContactSequence"),
-                 {Key(QStringLiteral("ebcID")), Long(QStringLiteral("ebcLinID")),
+                 {schema::Identity(QStringLiteral("ebcID")), Long(QStringLiteral("ebcLinID")),
                   Long(QStringLiteral("ebcLinTyp")), Long(QStringLiteral("ebcpID")),
                   Long(QStringLiteral("ebcSeq")), Long(QStringLiteral("ebcPer")),
                   Long(QStringLiteral("ebcConMet"))},

@@ -1,16 +1,8 @@
 #include "tools/tools_tables.h"
 
 namespace orvo::tools {
-namespace {
-
-using schema::Column;
-using schema::ColumnType;
-
-Column Text(const QString& name, int width) {
-    return {name, ColumnType::Text, width, false, false, {}};
-}
-
-}  // namespace
+using schema::Identity;
+using schema::Text;
 
 void DeclareToolsTables(schema::Catalog& catalog) {
     const QString city = QStringLiteral("ZipCodCit");
@@ -18,9 +10,8 @@ void DeclareToolsTables(schema::Catalog& catalog) {
     // The search as typed reads "col >= key ORDER BY col, other": each order has its index, so
     // every keystroke is a short range scan, not a sort of the whole list.
     catalog.Add({QStringLiteral("ZipCodTable"),
-                 {Column{QStringLiteral("ZipCodID"), ColumnType::Long, 0, true, true, {}},
-                  Text(city, kZipCityWidth), Text(QStringLiteral("ZipCodSta"), kZipStateWidth),
-                  Text(zip, kZipCodeWidth)},
+                 {Identity(QStringLiteral("ZipCodID")), Text(city, kZipCityWidth),
+                  Text(QStringLiteral("ZipCodSta"), kZipStateWidth), Text(zip, kZipCodeWidth)},
                  {{city, zip}, {zip, city}}});
 }
 

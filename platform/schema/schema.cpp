@@ -23,7 +23,6 @@ QString ColumnDdl(const Column& column, db::Engine engine) {
             type = QStringLiteral("INTEGER");
             break;
         case ColumnType::Short:
-        case ColumnType::Boolean:
             type = QStringLiteral("SMALLINT");
             break;
         case ColumnType::Text:
@@ -161,6 +160,48 @@ void FollowIdentities(db::Connection& connection, const Catalog& catalog) {
 }
 
 }  // namespace
+
+namespace {
+
+Column Make(const QString& name, ColumnType type, int width = 0,
+            const QString& defaultValue = QString()) {
+    Column column;
+    column.name = name;
+    column.type = type;
+    column.width = width;
+    column.defaultValue = defaultValue;
+    return column;
+}
+
+}  // namespace
+
+Column Identity(const QString& name) {
+    Column column = Make(name, ColumnType::Long);
+    column.identity = true;
+    column.key = true;
+    return column;
+}
+Column Long(const QString& name) {
+    return Make(name, ColumnType::Long, 0, QStringLiteral("0"));
+}
+Column Flag(const QString& name) {
+    return Make(name, ColumnType::Short, 0, QStringLiteral("0"));
+}
+Column Text(const QString& name, int width) {
+    return Make(name, ColumnType::Text, width);
+}
+Column Memo(const QString& name) {
+    return Make(name, ColumnType::Memo);
+}
+Column Date(const QString& name) {
+    return Make(name, ColumnType::Date);
+}
+Column DateTime(const QString& name) {
+    return Make(name, ColumnType::DateTime);
+}
+Column Currency(const QString& name) {
+    return Make(name, ColumnType::Currency);
+}
 
 const Column* Table::FindColumn(const QString& column) const {
     for (const Column& c : columns) {

@@ -11,8 +11,7 @@ namespace orvo::schema {
 
 enum class ColumnType {
     Long,      // 32-bit integer
-    Short,     // 16-bit integer
-    Boolean,   // stored as 0 or 1
+    Short,     // 16-bit integer; flags are Short columns holding 0 or 1
     Text,      // compares case-insensitively on both engines
     Memo,      // long text, case-insensitive as Text
     Date,      // DATE on the server, ISO text on the embedded engine
@@ -45,6 +44,19 @@ struct Upgrade {
     QString description;
     std::function<void(db::Connection&)> apply;
 };
+
+// Columns as every subsystem declares them.
+Column Identity(const QString& name);  // the key the engine makes on insert
+// A number: 0, not null, when an insert leaves it out, as the suite's numbers always read.
+Column Long(const QString& name);
+// A flag: a small integer that the statements compare with 0 and 1 (or TRUE and FALSE), cleared
+// when an insert leaves it out.
+Column Flag(const QString& name);
+Column Text(const QString& name, int width);
+Column Memo(const QString& name);
+Column Date(const QString& name);
+Column DateTime(const QString& name);
+Column Currency(const QString& name);
 
 // The tables a subsystem owns. Each subsystem fills one in its own folder; the host gathers
 // them and applies the whole.

@@ -29,7 +29,7 @@ protected:
         add("BndID", schema::ColumnType::Long, true);
         add("BndNam", schema::ColumnType::Text);
         add("BndCit", schema::ColumnType::Text);
-        add("BndAct", schema::ColumnType::Boolean);
+        add("BndAct", schema::ColumnType::Short);
         add("BndCou", schema::ColumnType::Long);
         add("BndDat", schema::ColumnType::Date);
         add("BndKin", schema::ColumnType::Text);
