@@ -6,6 +6,7 @@
 
 #include "host/host_gic.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 
 namespace orvo::host {
 namespace {
@@ -51,16 +52,16 @@ QString HolderLiteral(const QWidget* holder) {
         return QStringLiteral("NULL");
     const QVariant value = property.read(holder);
     if (value.typeId() == QMetaType::Bool) {
-        return QuoteSqlText(value.toBool() ? QStringLiteral("1") : QStringLiteral("0"));
+        return db::QuoteText(value.toBool() ? QStringLiteral("1") : QStringLiteral("0"));
     }
     const QString text = value.typeId() == QMetaType::QDate ? value.toDate().toString(Qt::ISODate)
                                                             : value.toString();
-    return text.isEmpty() ? QStringLiteral("NULL") : QuoteSqlText(text);
+    return db::TextOrNull(text);
 }
 
 QString KeyLiteral(const QVariant& id) {
     if (id.typeId() == QMetaType::QString)
-        return QuoteSqlText(id.toString().trimmed());
+        return db::QuoteText(id.toString().trimmed());
     return QString::number(id.toLongLong());
 }
 

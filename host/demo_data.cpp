@@ -10,19 +10,15 @@
 #include "host/reminder_demo_data.h"
 #include "host/zip_demo_data.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 
 namespace orvo::host {
 namespace {
 
-QString Quote(const QString& text) {
-    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) +
-           QLatin1Char('\'');
-}
-
 QString Values(const QStringList& values) {
     QStringList quoted;
     for (const QString& v : values)
-        quoted << (v.isEmpty() ? QStringLiteral("NULL") : Quote(v));
+        quoted << db::TextOrNull(v);
     return quoted.join(QStringLiteral(", "));
 }
 

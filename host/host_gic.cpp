@@ -10,15 +10,11 @@
 #include "host/payer_list_window.h"
 #include "host/rights.h"
 #include "host/text_format.h"
+#include "platform/db/sql_text.h"
 #include "platform/db/translate_sql.h"
 #include "platform/prompts.h"
 
 namespace orvo::host {
-
-QString QuoteSqlText(const QString& text) {
-    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) +
-           QLatin1Char('\'');
-}
 
 HostGIC::HostGIC(HostSession& session)
     : session_(session),
@@ -241,7 +237,7 @@ void HostGIC::SetPasswordKey(const QString& key) {
 }
 
 QString HostGIC::SqlQuoteText(const QString& text) {
-    return QuoteSqlText(text);
+    return db::QuoteText(text);
 }
 
 QString HostGIC::TranslateSql(const QString& sql) {

@@ -14,9 +14,6 @@
 
 namespace orvo::host {
 
-// The text as a quoted SQL string literal, embedded quotes doubled.
-QString QuoteSqlText(const QString& text);
-
 // The host object handed to the component: GIC over the session's practice database. It keeps
 // a reference to the session, so identity (login, station, paths) is read fresh on each call.
 // It holds the mailbox slots and the session's identity itself, and forwards the rest to the

@@ -2,6 +2,7 @@
 
 #include "host/host_gic.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 
 namespace orvo::host {
 
@@ -32,7 +33,7 @@ bool VerifyLogin(db::Connection& connection, HostGIC& gic, const QString& name,
     const QString stored = gic.ConvertPassword(password);
     // The name column compares without regard to letter case on both engines.
     db::Recordset rs(connection, QStringLiteral("SELECT PWMPasWor FROM PWMTable WHERE PWMUseNam=%1")
-                                     .arg(QuoteSqlText(login)));
+                                     .arg(db::QuoteText(login)));
     for (; !rs.Eof(); rs.MoveNext()) {
         if (rs.Text(0) == stored)
             return true;
@@ -43,7 +44,7 @@ bool VerifyLogin(db::Connection& connection, HostGIC& gic, const QString& name,
 void GrantRight(db::Connection& connection, const QString& login, int location,
                 const QString& key) {
     const QString name = login.trimmed().toUpper();
-    const QString quotedName = QuoteSqlText(name);
+    const QString quotedName = db::QuoteText(name);
     const qint64 loginId =
         db::ReadScalar(
             connection,
@@ -54,7 +55,7 @@ void GrantRight(db::Connection& connection, const QString& login, int location,
             "INSERT INTO PWATable (PWAPWMID, PWAUseNam, OffLocID, PWAAreOfPro, "
             "PWAWriFla, PWAReaFla, PWAFla1, PWAFla2) VALUES (%1, %2, %3, %4, 1, 0, 0, 0)")
             .arg(QString::number(loginId), quotedName, QString::number(location),
-                 QuoteSqlText(key.trimmed())));
+                 db::QuoteText(key.trimmed())));
 }
 
 }  // namespace orvo::host

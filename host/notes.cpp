@@ -4,6 +4,7 @@
 
 #include "host/host_gic.h"
 #include "host/host_tables.h"
+#include "platform/db/sql_text.h"
 
 namespace orvo::host {
 
@@ -13,9 +14,9 @@ void WriteNoteLine(db::Connection& connection, const NoteAuthor& author, int rec
     connection.Execute(
         QStringLiteral("INSERT INTO %1 (cmPID, cmNotTyp, cmSouKey, cmFie, cmUseNam, cmDat, cmDoc) "
                        "VALUES (%2, %3, %4, %5, %6, %7, %8)")
-            .arg(kNotesTable, QString::number(recordId), QuoteSqlText(type),
-                 QuoteSqlText(sourceKey), QuoteSqlText(field), QuoteSqlText(author.login),
-                 QuoteSqlText(author.date.toString(Qt::ISODate)), QuoteSqlText(text)));
+            .arg(kNotesTable, QString::number(recordId), db::QuoteText(type),
+                 db::QuoteText(sourceKey), db::QuoteText(field), db::QuoteText(author.login),
+                 db::QuoteText(author.date.toString(Qt::ISODate)), db::QuoteText(text)));
 }
 
 void WriteAuditLine(db::Connection& connection, const NoteAuthor& author, const QString& key,
@@ -25,8 +26,8 @@ void WriteAuditLine(db::Connection& connection, const NoteAuthor& author, const 
     connection.Execute(
         QStringLiteral("INSERT INTO %1 (AudKey, AudAct, AudTex, AudUseNam, AudStaID, AudDatTim) "
                        "VALUES (%2, %3, %4, %5, %6, %7)")
-            .arg(kAuditTable, QuoteSqlText(key), QuoteSqlText(action), QuoteSqlText(text),
-                 QuoteSqlText(author.login), QuoteSqlText(author.station), QuoteSqlText(now)));
+            .arg(kAuditTable, db::QuoteText(key), db::QuoteText(action), db::QuoteText(text),
+                 db::QuoteText(author.login), db::QuoteText(author.station), db::QuoteText(now)));
 }
 
 }  // namespace orvo::host

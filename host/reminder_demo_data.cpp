@@ -10,6 +10,7 @@
 #include "host/host_gic.h"
 #include "host/reminder_host.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 
 namespace orvo::host {
 namespace {
@@ -113,7 +114,7 @@ void Stage(db::Connection& c, int linkType, qint64 owner, qint64 master, int seq
                              "%4, %3, ' ', %5, ' ')")
                   .arg(master)
                   .arg(stage)
-                  .arg(QuoteSqlText(text), QuoteSqlText(eMail), QuoteSqlText(voice)));
+                  .arg(db::QuoteText(text), db::QuoteText(eMail), db::QuoteText(voice)));
 }
 
 void Sequence(db::Connection& c, qint64 owner, int linkType, int stage, QList<int> methods) {

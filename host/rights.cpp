@@ -2,6 +2,7 @@
 
 #include "host/host_gic.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 #include "platform/prompts.h"
 
 namespace orvo::host {
@@ -19,7 +20,7 @@ bool HoldsRight(db::Connection& connection, const QString& login, int location,
         QStringLiteral(
             "SELECT Count(*) FROM PWATable WHERE PWAAreOfPro=%1 AND PWAUseNam IN (%2, %3) "
             "AND OffLocID=%4 AND PWAWriFla<>0")
-            .arg(QuoteSqlText(key.trimmed()), QuoteSqlText(login), QuoteSqlText(bare),
+            .arg(db::QuoteText(key.trimmed()), db::QuoteText(login), db::QuoteText(bare),
                  QString::number(location));
     return db::ReadScalar(connection, sql).toLongLong() > 0;
 }

@@ -8,6 +8,7 @@
 #include "host/host_gic.h"
 #include "host/host_tables.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 
 Q_LOGGING_CATEGORY(lcSettings, "orvo.host.settings")
 
@@ -98,7 +99,8 @@ QVariant SettingsStore::Read(const QString& section, const QString& key, int sco
         connection_(),
         QStringLiteral("SELECT SetVal, SetValTyp FROM %1 WHERE SetSec=%2 AND SetKey=%3 AND "
                        "SetSco=%4 ORDER BY SetID DESC")
-            .arg(kSettingsTable, QuoteSqlText(section), QuoteSqlText(key), QString::number(scope)));
+            .arg(kSettingsTable, db::QuoteText(section), db::QuoteText(key),
+                 QString::number(scope)));
     if (rs.IsEmpty())
         return defaultValue;
     const QString stored = rs.Text(0);
@@ -119,13 +121,13 @@ void SettingsStore::Write(const QString& section, const QString& key, int scope,
     db::Connection& connection = connection_();
     const QString where =
         QStringLiteral("SetSec=%1 AND SetKey=%2 AND SetSco=%3")
-            .arg(QuoteSqlText(section), QuoteSqlText(key), QString::number(scope));
+            .arg(db::QuoteText(section), db::QuoteText(key), QString::number(scope));
     if (!value.isValid()) {
         connection.Execute(QStringLiteral("DELETE FROM %1 WHERE %2").arg(kSettingsTable, where));
         return;
     }
-    const QString text = QuoteSqlText(SettingText(value));
-    const QString type = QuoteSqlText(QString::fromLatin1(value.metaType().name()));
+    const QString text = db::QuoteText(SettingText(value));
+    const QString type = db::QuoteText(QString::fromLatin1(value.metaType().name()));
     const QVariant id = db::ReadScalar(
         connection, QStringLiteral("SELECT SetID FROM %1 WHERE %2").arg(kSettingsTable, where));
     if (id.isValid()) {
@@ -136,7 +138,7 @@ void SettingsStore::Write(const QString& section, const QString& key, int scope,
     connection.Execute(
         QStringLiteral("INSERT INTO %1 (SetSec, SetKey, SetSco, SetVal, SetValTyp) VALUES (%2, "
                        "%3, %4, %5, %6)")
-            .arg(kSettingsTable, QuoteSqlText(section), QuoteSqlText(key), QString::number(scope),
+            .arg(kSettingsTable, db::QuoteText(section), db::QuoteText(key), QString::number(scope),
                  text, type));
 }
 

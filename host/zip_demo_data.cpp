@@ -4,6 +4,7 @@
 
 #include "host/host_gic.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 
 namespace orvo::host {
 namespace {
@@ -409,7 +410,7 @@ int InsertDemoZipCodes(db::Connection& connection) {
         for (qsizetype i = start; i < std::min(places.size(), start + kRowsPerInsert); ++i) {
             const Place& p = places[i];
             rows << QStringLiteral("(%1, %2, %3)")
-                        .arg(QuoteSqlText(p.city), QuoteSqlText(p.state), QuoteSqlText(p.zip));
+                        .arg(db::QuoteText(p.city), db::QuoteText(p.state), db::QuoteText(p.zip));
         }
         connection.Execute(
             QStringLiteral("INSERT INTO ZipCodTable (ZipCodCit, ZipCodSta, ZipCodZip) VALUES ") +

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <algorithm>
 #include <random>
+#include "platform/db/sql_text.h"
 
 namespace orvo::bench {
 namespace {
@@ -57,11 +58,6 @@ const char* const kEndings[] = {
 const char* const kPrefixes[] = {"North ", "South ", "East ", "West ", "New ",
                                  "Fort ",  "Mount ", "Lake ", "Port ", "Saint "};
 
-QString Quote(const QString& text) {
-    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) +
-           QLatin1Char('\'');
-}
-
 template <class T, std::size_t N>
 const T& Pick(const T (&items)[N], std::mt19937& random) {
     return items[std::uniform_int_distribution<std::size_t>(0, N - 1)(random)];
@@ -90,7 +86,7 @@ int GenerateZipCodes(db::Connection& connection, int rows, unsigned seed) {
         int zip = prefix * 100 + std::uniform_int_distribution<int>(1, 90)(random);
         for (int n = std::min(zipsPerPlace(random), rows - inserted); n > 0; --n, ++inserted) {
             values << QStringLiteral("(%1, '%2', '%3')")
-                          .arg(Quote(city.left(30)), QLatin1String(state.code))
+                          .arg(db::QuoteText(city.left(30)), QLatin1String(state.code))
                           .arg(zip++, 5, 10, QLatin1Char('0'));
             if (values.size() == kRowsPerInsert) {
                 connection.Execute(

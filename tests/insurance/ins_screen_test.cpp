@@ -22,6 +22,7 @@
 #include "insurance/insurance_tables.h"
 #include "insurance/payer_link.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 #include "platform/schema/schema.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/support/test_database.h"
@@ -125,7 +126,7 @@ protected:
                                  c.zip,  c.tel,  c.tel2, c.payer};
         QStringList literals;
         for (const QString& v : values)
-            literals << (v.isEmpty() ? "NULL" : host_->SqlQuoteText(v));
+            literals << db::TextOrNull(v);
         return static_cast<int>(Db().InsertWithIdentity(
             "INSERT INTO InsCoTable (InsCoNam, InsCoAdd1, InsCoAdd2, InsCoCit, InsCoSta, InsCoZip, "
             "InsCoTel, InsCoTel2, InsCoAccID) VALUES (" +

@@ -8,6 +8,7 @@
 #include "host/host_gic.h"
 #include "host/host_tables.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 #include "platform/schema/schema.h"
 #include "tests/support/scripted_prompts.h"
 #include "tests/support/test_database.h"
@@ -52,9 +53,7 @@ protected:
     }
     // An empty part is stored as NULL, as rows of older lists may hold.
     int AddRow(const QString& city, const QString& state, const QString& zip) {
-        const auto literal = [this](const QString& v) {
-            return v.isEmpty() ? QStringLiteral("NULL") : gic_->SqlQuoteText(v);
-        };
+        const auto literal = [this](const QString& v) { return db::TextOrNull(v); };
         return static_cast<int>(Db().InsertWithIdentity(
             "INSERT INTO ZipCodTable (ZipCodCit, ZipCodSta, ZipCodZip) VALUES (" + literal(city) +
             ", " + literal(state) + ", " + literal(zip) + ")"));
