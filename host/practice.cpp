@@ -166,8 +166,7 @@ HostSession OpenPractice(const PracticeOptions& options, const schema::Catalog& 
                 .toInt() > 0) {
         NotAPractice(connection.sqliteFile, QStringLiteral("it holds another program's tables"));
     }
-    schema::Apply(*session.connection, catalog);
-    EnsureSupervisor(*session.connection);
+    schema::Apply(*session.connection, catalog, EnsureSupervisor);
     session.dataPath = dataDir + QLatin1Char('/');
     session.programPath = QCoreApplication::applicationDirPath() + QLatin1Char('/');
     session.computerName = QSysInfo::machineHostName();

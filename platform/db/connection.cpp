@@ -8,6 +8,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include "platform/db/one_statement.h"
 #include "platform/db/pg_search_path.h"
 #include "platform/db/recordset.h"
 #include "platform/db/translate_sql.h"
@@ -101,6 +102,9 @@ void Connection::Configure() {
     }
     if (options_.engine == Engine::Sqlite) {
         InstallUnicodeText(db_);
+        // In force before anything else: a station that opens a practice while another
+        // creates it waits for the lock instead of failing at once.
+        ExecuteTranslated(QStringLiteral("PRAGMA busy_timeout=10000"));
         ExecuteTranslated(QStringLiteral("PRAGMA journal_mode=WAL"));
         ExecuteTranslated(QStringLiteral("PRAGMA synchronous=NORMAL"));
     } else {
@@ -114,24 +118,53 @@ QString Connection::Translate(const QString& sql) const {
     return TranslateSql(sql, engine());
 }
 
-int Connection::ExecuteTranslated(const QString& statement) {
-    QSqlQuery query(db_);
+void Connection::RequireOneStatement(const QString& statement) const {
+    if (HoldsOneStatement(statement, engine()))
+        return;
+    const DatabaseError error(QStringLiteral("Only one statement may be sent at a time."),
+                              statement);
+    qCWarning(lcDb).noquote() << error.describe();
+    throw error;
+}
+
+void Connection::Send(QSqlQuery& query, const QString& statement) {
+    RequireOneStatement(statement);
     if (!query.exec(statement)) {
         const DatabaseError error(DriverMessage(query.lastError()), statement);
         qCWarning(lcDb).noquote() << error.describe();
         throw error;
     }
+}
+
+int Connection::ExecuteTranslated(const QString& statement) {
+    QSqlQuery query(db_);
+    Send(query, statement);
     return std::max(query.numRowsAffected(), 0);
 }
 
+// The statements of a text that have a counterpart here (SET NOCOUNT ON has none).
+QStringList Connection::OwnStatements(const QString& sql) const {
+    QStringList statements;
+    for (const QString& statement : SplitSqlStatements(sql)) {
+        if (!Translate(statement).trimmed().isEmpty())
+            statements << statement;
+    }
+    return statements;
+}
+
 int Connection::Execute(const QString& sql) {
+    const QStringList statements = OwnStatements(sql);
+    if (statements.size() > 1) {
+        const DatabaseError error(QStringLiteral("Only one statement may be sent at a time."), sql);
+        qCWarning(lcDb).noquote() << error.describe();
+        throw error;
+    }
     // A statement may translate into several (a server block becomes a create and an insert),
     // so the translation is split again before each piece goes to the driver.
     int affected = 0;
-    for (const QString& statement : SplitSqlStatements(sql)) {
-        for (const QString& piece : SplitSqlStatements(Translate(statement))) {
+    for (const QString& statement : statements) {
+        for (const QString& piece : SplitSqlStatements(Translate(statement)))
             affected += ExecuteTranslated(piece);
-        }
     }
     return affected;
 }
@@ -145,27 +178,42 @@ void Connection::ExecuteOneRow(const QString& sql) {
 }
 
 qint64 Connection::InsertWithIdentity(const QString& insertSql) {
-    // The server form arrives as one batch; its pieces run in order here, and the key is read
-    // on this connection right after this insert, so another station's insert cannot be seen.
-    bool inserted = false;
-    for (const QString& statement : SplitSqlStatements(insertSql)) {
-        if (IsIdentityQuery(statement))
-            continue;
-        const QString translated = Translate(statement);
-        if (translated.trimmed().isEmpty())
-            continue;
-        ExecuteTranslated(translated);
-        inserted = true;
+    // The server form arrives as one batch: its INSERT runs here, and the key is read on this
+    // connection right after it, so another station's insert cannot be seen. Anything else in
+    // the batch is refused.
+    QStringList inserts;
+    for (const QString& statement : OwnStatements(insertSql)) {
+        if (!IsIdentityQuery(statement))
+            inserts << statement;
     }
-    if (!inserted)
-        throw DatabaseError(QStringLiteral("No INSERT to run."), insertSql);
+    if (inserts.size() != 1 ||
+        !inserts.front().startsWith(QLatin1String("INSERT"), Qt::CaseInsensitive)) {
+        throw DatabaseError(
+            QStringLiteral("Expected one INSERT, and at most the query of its key."), insertSql);
+    }
+    ExecuteTranslated(Translate(inserts.front()));
     const QVariant key = ReadScalar(*this, QStringLiteral("SELECT @@IDENTITY"));
     return key.toLongLong();
 }
 
-void Connection::BeginTransaction() {
+// The advisory lock that creating or upgrading a practice holds on the server: this key with
+// the practice's schema, so practices that share a server do not wait for each other.
+constexpr int kSchemaLockKey = 0x4f52564f;
+
+void Connection::BeginTransaction(bool exclusive) {
+    if (exclusive && engine() == Engine::Sqlite) {
+        // Deferred, the transaction would take the write lock at its first write, and two
+        // stations that both read first could never both get it.
+        ExecuteTranslated(QStringLiteral("BEGIN IMMEDIATE"));
+        return;
+    }
     if (!db_.transaction())
         throw DatabaseError(DriverMessage(db_.lastError()), QStringLiteral("BEGIN"));
+    if (exclusive) {
+        ExecuteTranslated(
+            QStringLiteral("SELECT pg_advisory_xact_lock(%1, hashtext(current_schema()))")
+                .arg(kSchemaLockKey));
+    }
 }
 
 void Connection::Commit() {
@@ -179,8 +227,8 @@ void Connection::Rollback() {
     }
 }
 
-Transaction::Transaction(Connection& connection) : connection_(connection) {
-    connection_.BeginTransaction();
+Transaction::Transaction(Connection& connection, Mode mode) : connection_(connection) {
+    connection_.BeginTransaction(mode == Exclusive);
 }
 
 Transaction::~Transaction() {

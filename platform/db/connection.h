@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QList>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QString>
 #include <memory>
 
@@ -20,8 +21,9 @@ struct ConnectionOptions {
 };
 
 // One session with the practice database. Every statement passes through TranslateSql on its
-// way to the engine; a batch is split and run in order on this same connection, since neither
-// driver runs a batch as one call. Errors throw DatabaseError.
+// way to the engine, and one statement goes to the driver per call: a statement that translates
+// into several runs them in order on this same connection. Errors throw DatabaseError, with any
+// password of the connection masked.
 class Connection {
 public:
     static std::shared_ptr<Connection> Open(const ConnectionOptions& options);
@@ -36,8 +38,9 @@ public:
     // The statement as this connection sends it.
     QString Translate(const QString& sql) const;
 
-    // Runs a statement (or a batch) that returns no rows; answers the number of rows it changed
-    // (summed over a batch).
+    // Runs one statement that returns no rows; answers the number of rows it changed. A text of
+    // several statements is refused (a DatabaseError, nothing run); the server's SET NOCOUNT ON
+    // in front of the statement is let pass, as it has no counterpart here.
     int Execute(const QString& sql);
 
     // Runs an UPDATE or DELETE that must change a row; throws RowNotFoundError when it changed
@@ -49,7 +52,16 @@ public:
     // "SET NOCOUNT ON; INSERT ...; SELECT @@IDENTITY".
     qint64 InsertWithIdentity(const QString& insertSql);
 
-    void BeginTransaction();
+    // Sends one statement, already translated, to the driver on this connection. Every
+    // statement reaches the engine through here (a procedure call is checked the same way): a
+    // text that the engine would read as several statements is refused before it is sent.
+    // Throws DatabaseError when the driver fails.
+    void Send(QSqlQuery& query, const QString& statement);
+
+    // A plain transaction, or an exclusive one: on the embedded engine it holds the write lock
+    // from its start (waiting up to the busy timeout for it), on the server it holds the
+    // practice's schema lock; stations that begin one take turns.
+    void BeginTransaction(bool exclusive = false);
     void Commit();
     void Rollback();
 
@@ -64,6 +76,8 @@ private:
     explicit Connection(const ConnectionOptions& options);
     void Configure();
     int ExecuteTranslated(const QString& statement);
+    QStringList OwnStatements(const QString& sql) const;
+    void RequireOneStatement(const QString& statement) const;
 
     ConnectionOptions options_;
     QString name_;
@@ -74,7 +88,8 @@ private:
 // Keeps a transaction open for its scope; rolls back unless Commit() was called.
 class Transaction {
 public:
-    explicit Transaction(Connection& connection);
+    enum Mode { Plain, Exclusive };
+    explicit Transaction(Connection& connection, Mode mode = Plain);
     ~Transaction();
     void Commit();
 

@@ -266,6 +266,7 @@ void Connection::CallProcedure(const QString& name, const QList<ProcedureArgumen
     }
 
     QSqlQuery query(db_);
+    RequireOneStatement(statement);
     if (!query.prepare(statement)) {
         throw DatabaseError(query.lastError().databaseText().trimmed().isEmpty()
                                 ? query.lastError().text()

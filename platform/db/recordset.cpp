@@ -8,12 +8,7 @@ namespace orvo::db {
 Recordset::Recordset(Connection& connection, const QString& sql)
     : statement_(connection.Translate(sql)), query_(connection.database()) {
     query_.setForwardOnly(true);
-    if (!query_.exec(statement_)) {
-        QString message = query_.lastError().databaseText().trimmed();
-        if (message.isEmpty())
-            message = query_.lastError().text();
-        throw DatabaseError(message, statement_);
-    }
+    connection.Send(query_, statement_);
     const QSqlRecord record = query_.record();
     names_.reserve(record.count());
     for (int i = 0; i < record.count(); ++i) {

@@ -272,17 +272,17 @@ int StoredVersion(db::Connection& connection) {
         .toInt();
 }
 
-void Apply(db::Connection& connection, const Catalog& catalog) {
+void Apply(db::Connection& connection, const Catalog& catalog,
+           const std::function<void(db::Connection&)>& ensure) {
     const bool pg = connection.engine() == db::Engine::Postgres;
-    if (pg)
-        connection.Execute(QStringLiteral("CREATE EXTENSION IF NOT EXISTS citext"));
+    db::Transaction transaction(connection, db::Transaction::Exclusive);
     if (pg) {
+        connection.Execute(QStringLiteral("CREATE EXTENSION IF NOT EXISTS citext"));
         connection.Execute(QStringLiteral("CREATE COLLATION IF NOT EXISTS %1 (provider = libc, "
                                           "locale = 'C.UTF-8')")
                                .arg(kServerTextCollation));
     }
     const int stored = StoredVersion(connection);
-    db::Transaction transaction(connection);
     if (!TableExists(connection, kVersionTable)) {
         connection.Execute(
             QStringLiteral("CREATE TABLE %1 (SchVer INTEGER NOT NULL)").arg(kVersionTable));
@@ -318,6 +318,8 @@ void Apply(db::Connection& connection, const Catalog& catalog) {
                                .arg(kVersionTable)
                                .arg(catalog.version()));
     }
+    if (ensure)
+        ensure(connection);
     transaction.Commit();
 }
 

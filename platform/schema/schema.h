@@ -82,9 +82,12 @@ QStringList CreateTableStatements(const Table& table, db::Engine engine);
 QString AddColumnStatement(const Table& table, const Column& column, db::Engine engine);
 
 // Brings a database up to the catalog: creates missing tables, adds missing columns, runs the
-// upgrades newer than the recorded version, and records the new version. All in one
-// transaction. Safe on an up-to-date database.
-void Apply(db::Connection& connection, const Catalog& catalog);
+// upgrades newer than the recorded version, and records the new version; then `ensure`, when
+// given, adds rows that must exist (the first login). All in one transaction that holds the
+// practice's schema lock, so stations that start together take turns: the first creates, the
+// others find it done. Safe on an up-to-date database.
+void Apply(db::Connection& connection, const Catalog& catalog,
+           const std::function<void(db::Connection&)>& ensure = {});
 
 // The version recorded in the database; 0 for a database that has none.
 int StoredVersion(db::Connection& connection);
