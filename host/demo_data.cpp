@@ -133,8 +133,9 @@ private:
 bool SeedDemoPractice(HostSession& session) {
     db::Connection& c = *session.connection;
     SeedLock lock(c);
-    if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM %1 WHERE SetSec=%2 AND SetKey=%3")
-                              .arg(kSettingsTable, Quote(kDemoSection), Quote(kDemoKey)))
+    if (db::ReadScalar(
+            c, QStringLiteral("SELECT count(*) FROM %1 WHERE SetSec=%2 AND SetKey=%3")
+                   .arg(kSettingsTable, db::QuoteText(kDemoSection), db::QuoteText(kDemoKey)))
             .toInt() > 0) {
         return false;  // seeded once; what was deleted since stays deleted
     }
@@ -207,8 +208,8 @@ bool SeedDemoPractice(HostSession& session) {
         InsertDemoZipCodes(c);
     c.Execute(QStringLiteral("INSERT INTO %1 (SetSec, SetKey, SetSco, SetVal, SetValTyp) VALUES "
                              "(%2, %3, 0, %4, 'QString')")
-                  .arg(kSettingsTable, Quote(kDemoSection), Quote(kDemoKey),
-                       Quote(QDate::currentDate().toString(Qt::ISODate))));
+                  .arg(kSettingsTable, db::QuoteText(kDemoSection), db::QuoteText(kDemoKey),
+                       db::QuoteText(QDate::currentDate().toString(Qt::ISODate))));
     lock.Commit();
     RebuildFamilyHeadIndex(c);
     HostGIC(session).WriteSetting(kOfficeSection, kDefaultProviderKey, 0, 1);

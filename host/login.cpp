@@ -20,7 +20,7 @@ void EnsureSupervisor(db::Connection& connection) {
 bool LoginExists(db::Connection& connection, const QString& name) {
     return db::ReadScalar(connection,
                           QStringLiteral("SELECT count(*) FROM PWMTable WHERE PWMUseNam=%1")
-                              .arg(QuoteSqlText(name.trimmed())))
+                              .arg(db::QuoteText(name.trimmed())))
                .toInt() > 0;
 }
 
