@@ -23,6 +23,7 @@
 #include "host/host_tables.h"
 #include "host/notes.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 #include "platform/prompts.h"
 
 namespace orvo::host {
@@ -103,7 +104,7 @@ void RefreshFamilyHeadIndex(db::Connection& connection, int personId) {
         connection.Execute(deleteRows);
     connection.Execute(QStringLiteral("INSERT INTO FMIndTable (FMIndLASNAM, FMIndFirNAM, "
                                       "FMIndPatTabID) VALUES (%1, %2, %3)")
-                           .arg(QuoteSqlText(last), QuoteSqlText(first))
+                           .arg(db::QuoteText(last), db::QuoteText(first))
                            .arg(personId));
 }
 
@@ -150,7 +151,7 @@ bool InitialsHolder(db::Connection& connection, const QString& initials, int& ho
         return false;
     const db::Recordset rs(connection,
                            QStringLiteral("SELECT pID FROM PATable WHERE pDocIni = %1 ORDER BY pID")
-                               .arg(QuoteSqlText(wanted)));
+                               .arg(db::QuoteText(wanted)));
     if (rs.IsEmpty())
         return false;
     holderPersonId = static_cast<int>(rs.Long(0));
@@ -173,8 +174,8 @@ void RecordPatientStatus(db::Connection& connection, const NoteAuthor& author, i
                          const QString& status) {
     connection.Execute(
         QStringLiteral("INSERT INTO %1 (psPID, psSta, psDat, psUseNam) VALUES (%2, %3, %4, %5)")
-            .arg(kPatientStatusTable, QString::number(personId), QuoteSqlText(status),
-                 QuoteSqlText(author.date.toString(Qt::ISODate)), QuoteSqlText(author.login)));
+            .arg(kPatientStatusTable, QString::number(personId), db::QuoteText(status),
+                 db::QuoteText(author.date.toString(Qt::ISODate)), db::QuoteText(author.login)));
 }
 
 QString PersonDisplayName(db::Connection& connection, int personId, const QString& separator,

@@ -3,6 +3,7 @@
 #include "host/host_gic.h"
 #include "host/host_persons.h"
 #include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
 #include "platform/schema/schema.h"
 
 namespace orvo::host {
@@ -49,7 +50,7 @@ const char* const kMemberNames[] = {"Mateo", "Lan",   "Łucja", "Anneliese", "Li
 const char* const kCities[] = {"Columbus", "Dayton", "Toledo", "Akron", "Cincinnati"};
 
 QString Literal(const QString& text) {
-    return text.isEmpty() ? QStringLiteral("NULL") : QuoteSqlText(text);
+    return text.isEmpty() ? QStringLiteral("NULL") : db::QuoteText(text);
 }
 
 void Insert(db::Connection& c, const QStringList& columns, const QStringList& values) {
