@@ -13,6 +13,7 @@
 #include <exception>
 #include <utility>
 
+#include "component/component_log.h"
 #include "component/public/gic.h"
 #include "platform/file_error.h"
 #include "platform/file_lock.h"
@@ -32,8 +33,6 @@ using lockfiles::kTableHolderSize;
 using lockfiles::ReadProfileString;
 using lockfiles::SlotKey;
 using lockfiles::SlotStation;
-
-Q_LOGGING_CATEGORY(lcLocks, "orvo.locks")
 
 const QString kProgramTitle = QStringLiteral("ORVO Windows");
 const QString kCrLf = QStringLiteral("\r\n");

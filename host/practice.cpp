@@ -9,6 +9,7 @@
 
 #include "host/component_loader.h"
 #include "host/host_tables.h"
+#include "host/log_file.h"
 #include "host/login.h"
 #include "platform/db/recordset.h"
 #include "platform/file_error.h"
@@ -146,6 +147,10 @@ HostSession OpenPractice(const PracticeOptions& options, const schema::Catalog& 
         CheckWritable(folder);
     }
 
+    const QString stationId =
+        options.stationId.isEmpty() ? QSysInfo::machineHostName() : options.stationId;
+    WriteLogToDataFolder(dataDir, stationId);
+
     db::ConnectionOptions connection;
     if (options.pgConnInfo.isEmpty()) {
         connection.engine = db::Engine::Sqlite;
@@ -170,7 +175,7 @@ HostSession OpenPractice(const PracticeOptions& options, const schema::Catalog& 
     session.dataPath = dataDir + QLatin1Char('/');
     session.programPath = QCoreApplication::applicationDirPath() + QLatin1Char('/');
     session.computerName = QSysInfo::machineHostName();
-    session.stationId = options.stationId.isEmpty() ? session.computerName : options.stationId;
+    session.stationId = stationId;
     return session;
 }
 

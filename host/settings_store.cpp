@@ -7,10 +7,9 @@
 
 #include "host/host_gic.h"
 #include "host/host_tables.h"
+#include "host/log_file.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
-
-Q_LOGGING_CATEGORY(lcSettings, "orvo.host.settings")
 
 namespace orvo::host {
 
@@ -110,7 +109,7 @@ QVariant SettingsStore::Read(const QString& section, const QString& key, int sco
         return stored;
     if (const auto value = ConvertSetting(stored, target))
         return *value;
-    qCWarning(lcSettings).noquote()
+    qCWarning(lcHost).noquote()
         << QStringLiteral("Setting %1/%2 holds \"%3\", which reads as no %4; the default is used")
                .arg(section, key, stored, QString::fromLatin1(target.name()));
     return defaultValue.isValid() ? defaultValue : QVariant(stored);

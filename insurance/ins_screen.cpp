@@ -11,6 +11,7 @@
 #include "insurance/carrier_change.h"
 #include "insurance/coverage_counts.h"
 #include "insurance/ins_command.h"
+#include "insurance/insurance_log.h"
 #include "insurance/insurance_tables.h"
 #include "insurance/payer_link.h"
 #include "platform/db/recordset.h"
@@ -20,8 +21,6 @@
 
 namespace orvo::insurance {
 namespace {
-
-Q_LOGGING_CATEGORY(lcInsurance, "orvo.insurance")
 
 const QString kCarrierCaption = QStringLiteral("Insurance Information");
 const QString kPharmacyCaption = QStringLiteral("Pharmacy Information");

@@ -8,13 +8,12 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+#include "platform/db/db_log.h"
 #include "platform/db/one_statement.h"
 #include "platform/db/pg_search_path.h"
 #include "platform/db/recordset.h"
 #include "platform/db/translate_sql.h"
 #include "platform/db/unicode_text.h"
-
-Q_LOGGING_CATEGORY(lcDb, "orvo.db")
 
 namespace orvo::db {
 namespace {

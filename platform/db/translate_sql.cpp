@@ -1,4 +1,5 @@
 #include "platform/db/translate_sql.h"
+#include "platform/db/db_log.h"
 
 #include <QDate>
 #include <QLoggingCategory>
@@ -18,8 +19,6 @@ namespace orvo::db {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-Q_LOGGING_CATEGORY(lcSql, "orvo.sql")
 
 enum class Kind : quint8 {
     Space,

@@ -1,0 +1,3 @@
+#include "insurance/insurance_log.h"
+
+Q_LOGGING_CATEGORY(lcInsurance, "orvo.insurance")
