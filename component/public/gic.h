@@ -19,12 +19,15 @@
 
 #include "component/public/component_error.h"
 #include "platform/currency.h"
-#include "platform/db/connection.h"
 
 class QComboBox;
 class QWidget;
 
 namespace orvo {
+
+namespace db {
+class Connection;
+}
 
 // The fields a screen binds to one row: widgets that carry the column name in their "DataField"
 // property. The value read or written is the widget's user property (a line edit's text, a

@@ -1,8 +1,9 @@
 #include "component/session.h"
+#include "component/command_text.h"
 
 #include <gtest/gtest.h>
 
-#include "tests/component/main_form_gic.h"
+#include "tests/support/main_form_gic.h"
 
 namespace orvo::component {
 namespace {

@@ -8,12 +8,11 @@
 #include <stdexcept>
 #include <vector>
 
-#include "component/editing_screen_instance.h"
 #include "component/public/component_error.h"
 #include "component/session.h"
 #include "platform/db/database_error.h"
 #include "platform/prompts.h"
-#include "tests/component/main_form_gic.h"
+#include "tests/support/main_form_gic.h"
 
 namespace orvo::component {
 namespace {
@@ -279,32 +278,6 @@ TEST_F(StartSequenceTest, AnOwnerThatGoesDuringTheShowTakesTheScreenWithIt) {
 
     EXPECT_FALSE(done);
     EXPECT_EQ(id, 3);
-}
-
-class CancellingSink : public EditingScreenEvents {
-public:
-    void BeforePrint(bool& bCancel) override { bCancel = true; }
-    void AfterPrint() override { ++afterPrints; }
-    int afterPrints = 0;
-};
-
-TEST_F(StartSequenceTest, AScreenPrintsThroughTheEventsOfTheInstanceThatStartedIt) {
-    EditingScreenInstance instance;
-    CancellingSink sink;
-    bool cancel = false;
-
-    StartScreen<SelfClosingScreen>(instance.StartContextFor("Test_Start"), {},
-                                   [&](SelfClosingScreen& screen) {
-                                       instance.SetEventSink(&sink);
-                                       screen.objParent->BeforePrint(cancel);
-                                       screen.objParent->AfterPrint();
-                                       instance.SetEventSink(nullptr);
-                                       screen.objParent->AfterPrint();
-                                   },
-                                   {});
-
-    EXPECT_TRUE(cancel);
-    EXPECT_EQ(sink.afterPrints, 1);
 }
 
 }  // namespace

@@ -81,8 +81,9 @@ TEST_P(SettingsTest, StationSettingsAreKeptApartPerStation) {
     EXPECT_TRUE(gic().ReadStationSetting("POPUP_HELP_FLAG", false).toBool());
     EXPECT_FALSE(backGic.ReadStationSetting("POPUP_HELP_FLAG", true).toBool());
     // The per-station form is the station in front of the key, as the list window writes it.
-    EXPECT_TRUE(
-        gic().ReadSetting(SettingsStore::kStationSection, "FRONT1POPUP_HELP_FLAG", 0, false).toBool());
+    EXPECT_TRUE(gic()
+                    .ReadSetting(SettingsStore::kStationSection, "FRONT1POPUP_HELP_FLAG", 0, false)
+                    .toBool());
     back.stationId = QStringLiteral("OTHER");  // identity is read on each call
     EXPECT_EQ(backGic.ReadStationSetting("POPUP_HELP_FLAG", 5), QVariant(5));
 }

@@ -8,10 +8,10 @@
 #include <QSettings>
 
 #include "component/component_log.h"
-#include "component/editing_screen_instance.h"
-#include "component/lookup_list_instance.h"
 #include "component/public/registry.h"
 #include "component/session.h"
+#include "component/surface/editing_screen_instance.h"
+#include "component/surface/lookup_list_instance.h"
 #include "insurance/insurance_tables.h"
 #include "people/people_tables.h"
 #include "platform/schema/schema.h"

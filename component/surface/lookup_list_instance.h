@@ -1,7 +1,7 @@
 #pragma once
 
-#include "component/instance_properties.h"
 #include "component/public/lookup_list.h"
+#include "component/surface/instance_properties.h"
 
 namespace orvo::component {
 

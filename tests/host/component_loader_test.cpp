@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <dlfcn.h>
+
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -11,10 +13,9 @@
 #include "component/public/component_error.h"
 #include "component/public/entry_points.h"
 #include "component/public/registry.h"
-#include "component/session.h"
 #include "platform/image_list.h"
 #include "platform/schema/schema.h"
-#include "tests/component/main_form_gic.h"
+#include "tests/support/main_form_gic.h"
 
 namespace orvo {
 namespace {
@@ -25,6 +26,34 @@ QString BuiltLibrary() {
         return host::DefaultComponentPath();
     return buildDir + QStringLiteral("/lib/liborvoedit.so");
 }
+
+// The library as a host holds it: opened by path, entry points looked up by name. It stays
+// loaded as long as the object lives.
+class Library {
+public:
+    Library() : handle_(dlopen(QFile::encodeName(BuiltLibrary()).constData(), RTLD_NOW)) {}
+    ~Library() {
+        if (handle_)
+            dlclose(handle_);
+    }
+    template <class Fn>
+    Fn Entry(const char* name) const {
+        void* symbol = handle_ ? dlsym(handle_, name) : nullptr;
+        if (!symbol)
+            throw std::runtime_error(std::string("no entry point ") + name);
+        return reinterpret_cast<Fn>(symbol);
+    }
+    int DllRegisterServer() const { return Entry<DllRegisterServerFn>("DllRegisterServer")(); }
+    int DllUnregisterServer() const {
+        return Entry<DllUnregisterServerFn>("DllUnregisterServer")();
+    }
+    int DllGetClassObject(const char* classId, ClassFactory** factory) const {
+        return Entry<DllGetClassObjectFn>("DllGetClassObject")(classId, factory);
+    }
+
+private:
+    void* handle_;
+};
 
 QString Canonical(const QString& path) {
     return QFileInfo(path).canonicalFilePath();
@@ -45,11 +74,17 @@ protected:
         qputenv("ORVO_REGISTRY", QFile::encodeName(registryFile()));
     }
     void TearDown() override {
-        // The host objects of a test live on its stack: none may outlast it in the session.
-        component::Session& state = component::session();
-        state.gic = nullptr;
-        state.MainForm = nullptr;
-        state.DAC = state.GC = state.PV = nullptr;
+        // The host objects of a test live on its stack: none may outlast it in the component,
+        // which keeps them for the whole process.
+        ClassFactory* factory = nullptr;
+        if (library_.DllGetClassObject(kEditingScreenClassId, &factory) == kEntrySuccess) {
+            auto screen = factory->CreateEditingScreen();
+            screen->SetIGlobal_GIC(nullptr);
+            screen->SetIGlobal_DAC(nullptr);
+            screen->SetIGlobal_GC(nullptr);
+            screen->SetIGlobal_PV(nullptr);
+            screen->SetStartForm(nullptr);
+        }
         if (hadRegistry_) {
             qputenv("ORVO_REGISTRY", savedRegistry_);
         } else {
@@ -60,6 +95,7 @@ protected:
     QString registryFile() const { return dir_.filePath(QStringLiteral("components.ini")); }
 
     QTemporaryDir dir_;
+    Library library_;
     QByteArray savedRegistry_;
     bool hadRegistry_ = false;
 };
@@ -116,12 +152,12 @@ TEST_F(ComponentLoaderTest, RegistersAgainWhenTheRegistryNamesAnotherLibrary) {
 TEST_F(ComponentLoaderTest, UnregisterRemovesBothClassesAndRegisterWritesThemBack) {
     host::ComponentLoader loader(BuiltLibrary());
 
-    ASSERT_EQ(DllUnregisterServer(), kEntrySuccess);
+    ASSERT_EQ(library_.DllUnregisterServer(), kEntrySuccess);
     for (const char* classId : {kEditingScreenClassId, kLookUpListClassId}) {
         EXPECT_TRUE(RegisteredValue(registryFile(), classId, registry::kLibraryKey).isEmpty());
     }
 
-    ASSERT_EQ(DllRegisterServer(), kEntrySuccess);
+    ASSERT_EQ(library_.DllRegisterServer(), kEntrySuccess);
     EXPECT_EQ(RegisteredValue(registryFile(), kEditingScreenClassId, registry::kLibraryKey),
               Canonical(BuiltLibrary()));
 }
@@ -134,21 +170,21 @@ TEST_F(ComponentLoaderTest, RegisteringIntoAFolderThatCannotBeMadeFails) {
     file.close();
     qputenv("ORVO_REGISTRY", QFile::encodeName(blocker + QStringLiteral("/components.ini")));
 
-    EXPECT_EQ(DllRegisterServer(), kEntryRegistryError);
+    EXPECT_EQ(library_.DllRegisterServer(), kEntryRegistryError);
     EXPECT_THROW(host::ComponentLoader loader(BuiltLibrary()), std::runtime_error);
 }
 
 TEST_F(ComponentLoaderTest, HandsOutFactoriesOnlyForItsOwnClassIds) {
     ClassFactory* factory = reinterpret_cast<ClassFactory*>(this);
-    EXPECT_EQ(DllGetClassObject("{00000000-0000-0000-0000-000000000000}", &factory),
+    EXPECT_EQ(library_.DllGetClassObject("{00000000-0000-0000-0000-000000000000}", &factory),
               kEntryUnknownClass);
     EXPECT_EQ(factory, nullptr);
-    EXPECT_EQ(DllGetClassObject(nullptr, &factory), kEntryInvalidArgument);
-    EXPECT_EQ(DllGetClassObject(kEditingScreenClassId, nullptr), kEntryInvalidArgument);
+    EXPECT_EQ(library_.DllGetClassObject(nullptr, &factory), kEntryInvalidArgument);
+    EXPECT_EQ(library_.DllGetClassObject(kEditingScreenClassId, nullptr), kEntryInvalidArgument);
 
     // Class ids compare without regard to case, and each factory makes only its own class.
     const QByteArray lower = QByteArray(kLookUpListClassId).toLower();
-    ASSERT_EQ(DllGetClassObject(lower.constData(), &factory), kEntrySuccess);
+    ASSERT_EQ(library_.DllGetClassObject(lower.constData(), &factory), kEntrySuccess);
     ASSERT_NE(factory, nullptr);
     EXPECT_EQ(factory->CreateEditingScreen(), nullptr);
     EXPECT_NE(factory->CreateLookUpList(), nullptr);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "component/instance_properties.h"
 #include "component/public/editing_screen.h"
 #include "component/start_sequence.h"
+#include "component/surface/instance_properties.h"
 
 namespace orvo::component {
 

@@ -1,4 +1,4 @@
-#include "component/instance_properties.h"
+#include "component/surface/instance_properties.h"
 
 #include "component/public/component_error.h"
 #include "platform/image_list.h"

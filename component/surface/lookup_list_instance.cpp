@@ -1,4 +1,4 @@
-#include "component/lookup_list_instance.h"
+#include "component/surface/lookup_list_instance.h"
 
 #include "component/public/component_error.h"
 

@@ -1,5 +1,6 @@
-#include "component/editing_screen_instance.h"
+#include "component/surface/editing_screen_instance.h"
 
+#include "component/command_text.h"
 #include "component/component_log.h"
 #include "component/public/component_error.h"
 #include "component/public/gic.h"
