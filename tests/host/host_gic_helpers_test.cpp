@@ -104,52 +104,6 @@ TEST_F(HostHelpersTest, PasswordCipherRoundTrips) {
     EXPECT_EQ(other.ConvertPassword(storedUnderOther), "secret");
 }
 
-TEST_F(HostHelpersTest, MailboxSlotsKeepTheirValuesUntilTheNextPut) {
-    gic_.PutEditResultID(12);
-    gic_.PutSavedRecordID(34);
-    gic_.PutPersonTypeField("pTypDoc");
-    gic_.PutPersonScreenKind(4);
-    gic_.PutPlanGroupText("GLOBAL");
-    EXPECT_EQ(gic_.GetEditResultID(), 12);
-    EXPECT_EQ(gic_.GetEditResultID(), 12);  // reading does not clear
-    gic_.PutEditResultID(0);
-    EXPECT_EQ(gic_.GetEditResultID(), 0);
-    EXPECT_EQ(gic_.GetSavedRecordID(), 34);  // slots are independent
-    EXPECT_EQ(gic_.GetPersonTypeField(), "pTypDoc");
-    EXPECT_EQ(gic_.GetScreenVariant(), 4);  // the variant is the person screen kind
-    EXPECT_EQ(gic_.planGroupText(), "GLOBAL");
-    EXPECT_FALSE(gic_.GetGoToQuickAppoint());
-    gic_.SetGoToQuickAppoint(true);
-    EXPECT_TRUE(gic_.GetGoToQuickAppoint());
-}
-
-TEST_F(HostHelpersTest, SessionIdentityIsReadOnEachCall) {
-    session_.loginName = "JDOE";
-    session_.stationId = "FRONT1";
-    session_.dataPath = "/srv/orvo/";
-    EXPECT_EQ(gic_.GetLoginName(), "JDOE");
-    EXPECT_EQ(gic_.GetStationID(), "FRONT1");
-    session_.loginName = "SUPERVISOR";
-    session_.officeLocationId = 3;
-    EXPECT_EQ(gic_.GetLoginName(), "SUPERVISOR");
-    EXPECT_EQ(gic_.GetOfficeLocationID(), 3);
-    EXPECT_EQ(gic_.GetDataPath(), "/srv/orvo/");
-    EXPECT_EQ(gic_.GetToday(), QDate::currentDate());
-    session_.today = QDate(2024, 2, 29);
-    EXPECT_EQ(gic_.GetToday(), QDate(2024, 2, 29));
-    EXPECT_THROW(gic_.GetConnection(), db::DatabaseError);
-
-    auto form = std::make_unique<QWidget>();
-    gic_.SetMainForm(form.get());
-    EXPECT_EQ(gic_.GetMainForm(), form.get());
-    form.reset();
-    EXPECT_EQ(gic_.GetMainForm(), nullptr);
-
-    QTemporaryDir dir;
-    EXPECT_TRUE(gic_.FileExists(dir.path()));
-    EXPECT_FALSE(gic_.FileExists(dir.filePath("TEMP/none.LCK")));
-}
-
 TEST_F(HostHelpersTest, DialogsGoThroughThePrompts) {
     prompts_.Expect("Title", "Go on?", AnswerYes).Expect("Title", "Really?", AnswerNo);
     EXPECT_TRUE(gic_.AskYesNo(true, "Title", "Go on?"));
