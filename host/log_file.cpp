@@ -1,12 +1,16 @@
 #include "host/log_file.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QMutex>
 #include <QMutexLocker>
 #include <cstdio>
+
+#include "platform/shared_files.h"
 
 Q_LOGGING_CATEGORY(lcHost, "orvo.host")
 
@@ -42,29 +46,17 @@ const char* LevelWord(QtMsgType type) {
     return "?";
 }
 
-// Stations of one practice often run as different users: a log one of them made must stay
-// writable for the others, as far as the data folder itself is shared.
-void ShareLikeFolder(const QString& path) {
-    const QFileInfo folder(QFileInfo(path).absolutePath());
-    QFile::Permissions permissions =
-        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
-    if (folder.permissions() & QFile::WriteGroup)
-        permissions |= QFile::WriteGroup;
-    if (folder.permissions() & QFile::WriteOther)
-        permissions |= QFile::WriteOther | QFile::WriteGroup;
-    QFile::setPermissions(path, permissions);
-}
-
+// Stations of one practice often run as different users: the log is shared like every other
+// file of the data folder, and each line goes in one write in append mode, so that lines of
+// several stations never interleave.
 void Append(const QString& path, const QString& line) {
-    QFile file(path);
-    const bool created = !file.exists();
-    // One write of a whole line in append mode: lines of several stations never interleave.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
+    const int fd = shared::OpenShared(path, O_WRONLY | O_APPEND | O_CREAT,
+                                      shared::Sharing::Of(QFileInfo(path).absolutePath()));
+    if (fd < 0)
         return;
-    file.write(line.toUtf8());
-    file.close();
-    if (created)
-        ShareLikeFolder(path);
+    const QByteArray bytes = line.toUtf8();
+    [[maybe_unused]] const ssize_t written = ::write(fd, bytes.constData(), bytes.size());
+    ::close(fd);
 }
 
 void Handle(QtMsgType type, const QMessageLogContext& context, const QString& message) {

@@ -10,10 +10,10 @@
 #include <cstdio>
 #include <cstring>
 
+Q_LOGGING_CATEGORY(lcFiles, "orvo.files")
+
 namespace orvo::shared {
 namespace {
-
-Q_LOGGING_CATEGORY(lcFiles, "orvo.files")
 
 constexpr mode_t kPermissionBits = 07777;
 

@@ -22,7 +22,11 @@
 
 #include <sys/types.h>
 #include <QByteArray>
+#include <QLoggingCategory>
 #include <QString>
+
+// Files and folders that could not be shared with the practice's other users.
+Q_DECLARE_LOGGING_CATEGORY(lcFiles)
 
 namespace orvo::shared {
 

@@ -5,8 +5,7 @@
 #include "component/public/component_error.h"
 #include "platform/db/database_error.h"
 #include "platform/prompts.h"
-
-Q_LOGGING_CATEGORY(lcReminderEditors, "orvo.reminders.editors")
+#include "reminders/reminders_log.h"
 
 namespace orvo::reminders {
 
@@ -15,11 +14,11 @@ bool RunEditorAction(const std::function<void()>& action) {
         action();
         return true;
     } catch (const db::DatabaseError& error) {
-        qCWarning(lcReminderEditors).noquote() << error.describe();
+        qCWarning(lcReminders).noquote() << error.describe();
         prompts().Message(error.describe(), Buttons::Ok, Icon::Critical,
                           QStringLiteral("Database Error"));
     } catch (const NotImplemented& error) {
-        qCWarning(lcReminderEditors) << error.what();
+        qCWarning(lcReminders) << error.what();
         prompts().Message(QString::fromUtf8(error.what()), Buttons::Ok, Icon::Critical,
                           QStringLiteral("Not Available"));
     }

@@ -4,8 +4,7 @@
 
 #include "platform/db/recordset.h"
 #include "reminders/reminder_codes.h"
-
-Q_LOGGING_CATEGORY(lcReminders, "orvo.reminders")
+#include "reminders/reminders_log.h"
 
 namespace orvo::reminders {
 namespace {

@@ -2,8 +2,8 @@
 // through the start method's error path and no screen opens, editable or not.
 #include <QDir>
 
-#include "component/editing_screen_instance.h"
 #include "component/session.h"
+#include "component/surface/editing_screen_instance.h"
 #include "host/host_gic.h"
 #include "host/host_tables.h"
 #include "insurance/insurance_tables.h"

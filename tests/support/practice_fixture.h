@@ -40,8 +40,9 @@ protected:
         scope_ = std::make_unique<PromptsScope>(prompts_);
     }
     void TearDown() override {
-        if (database_)
+        if (database_) {
             EXPECT_EQ(prompts_.pending(), 0) << "expected prompts never came";
+        }
         scope_.reset();
     }
 
