@@ -138,13 +138,13 @@ int OpenScreen(host::MainWindow& window, const QString& open, const QString& scr
         },
         picture);
     watching = &watcher;
-    const int id = window.RunStartMethod(open.left(colon), open.mid(colon + 1));
+    const QString id = window.RunStartMethod(open.left(colon), open.mid(colon + 1));
     if (picture && !watcher.screenSeen())
         throw std::runtime_error("no screen came up for " + open.toStdString());
     if (picture && !saved)
         throw std::runtime_error("could not write " + screenshot.toStdString());
     if (!picture)
-        std::printf("%d\n", id);
+        std::printf("%s\n", qPrintable(id));
     return 0;
 }
 

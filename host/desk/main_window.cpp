@@ -8,11 +8,11 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "component/public/editing_screen.h"
 #include "host/component_loader.h"
 #include "host/host_gic.h"
 #include "host/host_persons.h"
 #include "host/host_session.h"
+#include "host/start_methods.h"
 #include "platform/db/recordset.h"
 #include "platform/prompts.h"
 #include "platform/user_action.h"
@@ -135,18 +135,10 @@ void MainWindow::RebuildFamilyHeads() {
     Refresh();
 }
 
-int MainWindow::RunStartMethod(const QString& method, const QString& text) {
-    auto screen = NewEditingScreen();
-    QString argument = text;
-    int id = 0;
-    if (method == QLatin1String("Ins_Company_Start")) {
-        screen->Ins_Company_Start(argument, id);
-    } else if (method == QLatin1String("Pharmacy_Start")) {
-        screen->Pharmacy_Start(argument, id);
-    } else {
-        throw std::runtime_error(("unknown start method " + method).toStdString());
-    }
-    return id;
+QString MainWindow::RunStartMethod(const QString& method, const QString& text) {
+    StartInstances on(component_, gic_, this);
+    const QStringList results = host::RunStartMethod(on, method, {text});
+    return results.value(FindStartMethod(method)->resultIndex);
 }
 
 void MainWindow::OpenFromMenu(const QString& method, bool asNew, const QString& noun) {
@@ -157,17 +149,10 @@ void MainWindow::OpenFromMenu(const QString& method, bool asNew, const QString& 
         return;
     const QString text = asNew ? QStringLiteral("NEW") + answer->trimmed() : answer->trimmed();
     RunUserAction(title, [&] {
-        const int id = RunStartMethod(method, text);
-        statusBar()->showMessage(tr("%1 returned the id %2").arg(method).arg(id));
+        const QString id = RunStartMethod(method, text);
+        statusBar()->showMessage(tr("%1 returned the id %2").arg(method, id));
     });
     Refresh();
-}
-
-std::unique_ptr<EditingScreen> MainWindow::NewEditingScreen() {
-    auto screen = component_.CreateEditingScreen();
-    screen->SetIGlobal_GIC(&gic_);
-    screen->SetStartForm(this);
-    return screen;
 }
 
 }  // namespace orvo::host

@@ -5,10 +5,6 @@
 class QLabel;
 class QTableWidget;
 
-namespace orvo {
-class EditingScreen;
-}
-
 namespace orvo::host {
 
 class ComponentLoader;
@@ -28,17 +24,15 @@ public:
     // Builds the list of family heads anew from the persons, for a list that went astray.
     void RebuildFamilyHeads();
 
-    // Runs a start method of the component by its name ("Ins_Company_Start",
-    // "Pharmacy_Start") with its text argument (an id, or "NEW" and a name) and answers the id
-    // it gives back. An unknown method throws.
-    int RunStartMethod(const QString& method, const QString& text);
+    // Runs a start method of the component by its name (see host/start_methods.h) with its first
+    // argument as text (for the carrier screens an id, or "NEW" and a name), the others left to
+    // their defaults, and answers the result it gives back. An unknown method throws.
+    QString RunStartMethod(const QString& method, const QString& text);
 
 private:
     void BuildMenus();
     // Asks for an id or a name, runs the start method, and tells what came back.
     void OpenFromMenu(const QString& method, bool asNew, const QString& noun);
-    // Creates an editing screen instance bound to this host.
-    std::unique_ptr<EditingScreen> NewEditingScreen();
 
     HostSession& session_;
     HostGIC& gic_;

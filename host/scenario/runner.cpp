@@ -5,12 +5,12 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "component/public/editing_screen.h"
 #include "host/component_loader.h"
 #include "host/host_gic.h"
 #include "host/practice.h"
 #include "host/scenario/scenario_database.h"
 #include "host/scenario/verbs.h"
+#include "host/start_methods.h"
 #include "platform/db/recordset.h"
 #include "platform/prompts.h"
 #include "platform/scripted_prompts.h"
@@ -63,7 +63,7 @@ bool Runner::Run(const Scenario& scenario) {
         Fail(QStringLiteral("an unknown error ended the scenario"));
     }
     CloseOtherStations();
-    editing_.reset();
+    instances_.reset();
     SetPrompts(nullptr);
     prompts_.reset();
     gic_.reset();
@@ -90,8 +90,7 @@ void Runner::RunScenario(const QString& dataDir) {
     gic_ = std::make_unique<host::HostGIC>(*session_);
     prompts_ = std::make_unique<ScriptedPrompts>([this](const QString& message) { Fail(message); });
     SetPrompts(prompts_.get());
-    editing_ = component_.CreateEditingScreen();
-    editing_->SetIGlobal_GIC(gic_.get());
+    instances_ = std::make_unique<host::StartInstances>(component_, *gic_);
 
     QTimer watchdog;
     watchdog.setSingleShot(true);
@@ -267,29 +266,7 @@ void Runner::Call(const Step& step) {
     // Seeds may have written explicit keys, or dropped a table; the screen's inserts must not
     // collide with the keys of the tables that are there.
     schema::SyncIdentities(db(), host::PracticeCatalog(component_));
-    const QString method = step.args[0];
-    const QStringList args = step.args.mid(1);
-    auto intArg = [&](int i) {
-        bool ok = false;
-        const int value = args.value(i).toInt(&ok);
-        if (!ok)
-            Throw(QStringLiteral("argument %1 of %2 is not a number").arg(i + 1).arg(method));
-        return value;
-    };
-    if (method == QLatin1String("Ins_Company_Start") || method == QLatin1String("Pharmacy_Start")) {
-        if (args.size() != 2)
-            Throw(method + QStringLiteral(" takes a text and an id"));
-        QString text = args[0];
-        int id = intArg(1);
-        if (method == QLatin1String("Ins_Company_Start")) {
-            editing_->Ins_Company_Start(text, id);
-        } else {
-            editing_->Pharmacy_Start(text, id);
-        }
-        lastArgs_ = {text, QString::number(id)};
-    } else {
-        Throw(QStringLiteral("unknown start method %1").arg(method));
-    }
+    lastArgs_ = host::RunStartMethod(*instances_, step.args[0], step.args.mid(1));
 }
 
 }  // namespace orvo::scenario

@@ -13,7 +13,6 @@
 #include "host/scenario/scenario.h"
 
 namespace orvo {
-class EditingScreen;
 class ScriptedPrompts;
 namespace db {
 class Connection;
@@ -22,6 +21,7 @@ namespace host {
 class ComponentLoader;
 class HostGIC;
 struct HostSession;
+class StartInstances;
 }  // namespace host
 }  // namespace orvo
 
@@ -63,7 +63,8 @@ public:
     QDialog* ActiveScreen() const;
     // The control the step names in its word argIndex, on the innermost screen.
     QWidget* Control(const Step& step, int argIndex = 0) const;
-    // Calls a start method; the steps that follow run inside the screen it opens.
+    // Calls a start method (host/start_methods.h); the steps that follow run inside the screen
+    // it opens, and $arg1... are what it gave back.
     void Call(const Step& step);
     // "station NAME opens METHOD TEXT [as LOGIN]" and "station NAME closes".
     void Station(const Step& step);
@@ -85,7 +86,7 @@ private:
     std::unique_ptr<host::HostSession> session_;
     std::unique_ptr<host::HostGIC> gic_;
     std::unique_ptr<ScriptedPrompts> prompts_;
-    std::unique_ptr<EditingScreen> editing_;
+    std::unique_ptr<host::StartInstances> instances_;
     const Scenario* scenario_ = nullptr;
     size_t pc_ = 0;
     std::vector<QPointer<QDialog>> screens_;
