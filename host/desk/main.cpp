@@ -20,6 +20,7 @@
 #include "host/lock_report.h"
 #include "host/login.h"
 #include "host/practice.h"
+#include "platform/dialog_watcher.h"
 #include "platform/prompts.h"
 
 namespace {
@@ -50,45 +51,37 @@ bool IsPrompt(const QDialog& dialog) {
 // a text entry) and the first screen. With a picture to take, each question is pictured and
 // answered as if closed, and the screen is pictured with them drawn over it, as a person saw it
 // loaded; without one, the questions wait for the person and the screen is announced once up.
-class ScreenWatcher : public QObject {
+class ScreenWatcher {
 public:
     explicit ScreenWatcher(std::function<void(QDialog&)> onScreen, bool answerPrompts)
-        : onScreen_(std::move(onScreen)), answerPrompts_(answerPrompts) {
-        qApp->installEventFilter(this);
-    }
+        : onScreen_(std::move(onScreen)),
+          answerPrompts_(answerPrompts),
+          watcher_([this](QDialog& dialog) { return Claim(dialog); },
+                   [this](QDialog& dialog) { Act(dialog); }) {}
     bool screenSeen() const { return screenSeen_; }
     const QList<QPixmap>& prompts() const { return prompts_; }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        auto* dialog = qobject_cast<QDialog*>(watched);
-        if (event->type() != QEvent::Show || !dialog || !dialog->isWindow())
-            return false;
-        QPointer<QDialog> target(dialog);
-        if (IsPrompt(*dialog)) {
-            if (answerPrompts_) {
-                QTimer::singleShot(0, this, [this, target] {
-                    if (!target)
-                        return;
-                    prompts_ << target->grab();
-                    std::printf("prompt: %s\n", qPrintable(PromptText(*target).simplified()));
-                    std::fflush(stdout);
-                    target->reject();
-                });
-            }
-            return false;
-        }
+private:
+    bool Claim(QDialog& dialog) {
+        if (IsPrompt(dialog))
+            return answerPrompts_;
         if (screenSeen_)
             return false;
         screenSeen_ = true;
-        QTimer::singleShot(0, this, [this, target] {
-            if (target)
-                onScreen_(*target);
-        });
-        return false;
+        return true;
     }
 
-private:
+    void Act(QDialog& dialog) {
+        if (!IsPrompt(dialog)) {
+            onScreen_(dialog);
+            return;
+        }
+        prompts_ << dialog.grab();
+        std::printf("prompt: %s\n", qPrintable(PromptText(dialog).simplified()));
+        std::fflush(stdout);
+        dialog.reject();
+    }
+
     static QString PromptText(QDialog& dialog) {
         if (auto* box = qobject_cast<QMessageBox*>(&dialog))
             return box->windowTitle() + QStringLiteral(": ") + box->text();
@@ -101,6 +94,7 @@ private:
     bool answerPrompts_;
     bool screenSeen_ = false;
     QList<QPixmap> prompts_;
+    DialogWatcher watcher_;
 };
 
 // The screen as loaded, with the questions asked on the way drawn over its middle.

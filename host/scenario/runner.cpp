@@ -12,6 +12,7 @@
 #include "host/scenario/verbs.h"
 #include "host/start_methods.h"
 #include "platform/db/recordset.h"
+#include "platform/dialog_watcher.h"
 #include "platform/prompts.h"
 #include "platform/scripted_prompts.h"
 
@@ -22,13 +23,13 @@ void Throw(const QString& message) {
 }
 
 Runner::Runner(const RunOptions& options, host::ComponentLoader& component)
-    : options_(options), component_(component) {
-    qApp->installEventFilter(this);
-}
+    : options_(options),
+      component_(component),
+      // Each modal screen that comes up is noted, and the steps go on inside its own loop.
+      watcher_([this](QDialog& dialog) { return ClaimScreen(dialog); },
+               [this](QDialog&) { RunSteps(); }) {}
 
-Runner::~Runner() {
-    qApp->removeEventFilter(this);
-}
+Runner::~Runner() = default;
 
 db::Connection& Runner::db() {
     return *session_->connection;
@@ -105,20 +106,15 @@ void Runner::RunScenario(const QString& dataDir) {
     }
 }
 
-bool Runner::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::Show || !scenario_)
-        return false;
-    auto* dialog = qobject_cast<QDialog*>(watched);
-    if (!dialog || !dialog->isWindow() || dialog->windowModality() == Qt::NonModal)
+bool Runner::ClaimScreen(QDialog& dialog) {
+    if (!scenario_ || dialog.windowModality() == Qt::NonModal)
         return false;
     for (const auto& open : screens_) {
-        if (open == dialog)
+        if (open == &dialog)
             return false;
     }
-    screens_.emplace_back(dialog);
-    // Queued, so the steps run inside the screen's own modal loop.
-    QTimer::singleShot(0, this, &Runner::RunSteps);
-    return false;
+    screens_.emplace_back(&dialog);
+    return true;
 }
 
 void Runner::RunSteps() {

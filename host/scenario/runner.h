@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/scenario/scenario.h"
+#include "platform/dialog_watcher.h"
 
 namespace orvo {
 class ScriptedPrompts;
@@ -69,10 +70,9 @@ public:
     // "station NAME opens METHOD TEXT [as LOGIN]" and "station NAME closes".
     void Station(const Step& step);
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
+    // A modal screen that comes up and is not known yet becomes the innermost one.
+    bool ClaimScreen(QDialog& dialog);
     void RunScenario(const QString& dataDir);
     void RunSteps();
     void Do(const Step& step);
@@ -97,6 +97,7 @@ private:
     QString pgSchema_;
     // Other stations: orvo-desk processes on the same practice, each holding one screen open.
     std::map<QString, std::unique_ptr<QProcess>> stations_;
+    DialogWatcher watcher_;
 };
 
 }  // namespace orvo::scenario
