@@ -6,6 +6,9 @@
 //   orvo_fuzz text [COUNT] [SEED]   city, state and zip lines, new-record commands, labelled
 //                                    command lines and start-method texts, each through the
 //                                    parser that reads it
+//   orvo_fuzz calc [COUNT] [SEED]   key sequences on the calculator, with its promises checked
+//                                    after every key; the calendar's Tag words, caller dates
+//                                    and typed years
 //
 // It prints the inputs tried and the findings; the exit status is 1 when there was a finding.
 // Built with the benchmarks, not run by the tests: a million inputs take minutes.
@@ -27,6 +30,8 @@
 #include "platform/db/translate_sql.h"
 #include "platform/schema/schema.h"
 #include "tests/support/sql_corpus.h"
+#include "tools/calculator.h"
+#include "tools/calendar_command.h"
 #include "tools/tools_tables.h"
 #include "tools/zip_code.h"
 
@@ -276,6 +281,79 @@ void FuzzText(qint64 count, quint32 seed, Findings& findings) {
     }
 }
 
+// What the calculator promises after every key: a readout that is a number shown with its point
+// (or exponent), one sign at most, a known state and a sane count of operands.
+QString CalculatorBroken(const orvo::tools::Calculator& calc) {
+    using orvo::tools::Calculator;
+    const QString& readout = calc.readout();
+    bool ok = false;
+    readout.toDouble(&ok);
+    if (!ok)
+        return "readout is not a number";
+    if (!readout.contains('.') && !readout.contains('e'))
+        return "readout without its point";
+    if (readout.startsWith("--"))
+        return "two signs";
+    const QString& last = calc.LastInput();
+    if (!last.isEmpty() && last != Calculator::kNums && last != Calculator::kOps &&
+        last != Calculator::kNeg && last != Calculator::kPercentOps)
+        return "unknown state " + last;
+    if (calc.operandCount() < 0)
+        return "negative operand count";
+    return QString();
+}
+
+void FuzzCalculator(qint64 count, quint32 seed, Findings& findings) {
+    using orvo::tools::Calculator;
+    static const QString kKeys = "0123456789.+-X/=%CEO";
+    static const QStringList kTagWords = {
+        "DEF_CALC_JD", "CALCULATOR",          "NOCALCULATOR", "NONE",         "SMALL",  "DEF_VAL",
+        "GET_TITLE",   "SET_LAST_INPUT_NUMS", "TXDATE",       "ACTIVATE DEL", "EXTEND", "today"};
+    Mutator mutator(seed);
+    const QDate today(2026, 11, 22);
+    for (qint64 n = 0; n < count; ++n) {
+        Calculator calc;
+        if (mutator.Below(4) == 0)
+            calc.SetValue(mutator.RandomText(1 + mutator.Below(12)), mutator.Below(2) == 0);
+        QString keys;
+        const int length = 1 + mutator.Below(40);
+        for (int k = 0; k < length; ++k) {
+            const QChar key = kKeys[mutator.Below(kKeys.size())];
+            keys += key;
+            if (key.isDigit())
+                calc.Digit(key.digitValue());
+            else if (key == '.')
+                calc.DecimalPoint();
+            else if (key == '%')
+                calc.Percent();
+            else if (key == 'C')
+                calc.Cancel();
+            else if (key == 'E')
+                calc.CancelEntry();
+            else if (key == 'O')
+                calc.Result();
+            else
+                calc.Operator(QString(key));
+            const QString broken = CalculatorBroken(calc);
+            if (!broken.isEmpty()) {
+                findings.Report(broken, keys, "readout: " + calc.readout());
+                break;
+            }
+        }
+        const QString text =
+            mutator.Below(2) == 0
+                ? mutator.RandomText(1 + mutator.Below(24))
+                : mutator.Mutate(kTagWords[mutator.Below(kTagWords.size())], kTagWords);
+        orvo::tools::CalendarCommand::Parse(text);
+        orvo::tools::CallerDate(text, today);
+        if (const auto moved = orvo::tools::MoveToYear(today, text); moved && !moved->isValid())
+            findings.Report("year moved to no day", text, QString());
+        ++findings.inputs;
+        if (n % 100000 == 0 && n > 0)
+            std::fprintf(stderr, "%lld inputs\n", static_cast<long long>(n));
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -291,8 +369,10 @@ int main(int argc, char** argv) {
         FuzzSql(count, seed, findings);
     } else if (mode == "text") {
         FuzzText(count, seed, findings);
+    } else if (mode == "calc") {
+        FuzzCalculator(count, seed, findings);
     } else {
-        std::fprintf(stderr, "usage: orvo_fuzz sql|text [COUNT] [SEED]\n");
+        std::fprintf(stderr, "usage: orvo_fuzz sql|text|calc [COUNT] [SEED]\n");
         return 2;
     }
     std::printf("%s: %lld inputs, %lld findings\n", qPrintable(mode),
