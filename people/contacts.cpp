@@ -57,6 +57,22 @@ QString BlockPrefix(int block) {
     return QString();
 }
 
+QStringList EntryColumns(int block) {
+    const QString prefix = BlockPrefix(block);
+    QStringList columns;
+    if (prefix.isEmpty())
+        return columns;
+    for (const Entry& entry : kEntries)
+        columns << prefix + QLatin1String(entry.suffix);
+    return columns;
+}
+
+QString DisplayLabel(int block, const QString& column) {
+    if (BlockPrefix(block).isEmpty())
+        return QString();
+    return BlockWord(block) + ContactLabel(column);
+}
+
 QString ContactLabel(const QString& column) {
     for (const char* prefix : {"pHom", "pBus"}) {
         if (const Entry* entry = FindEntry(QLatin1String(prefix), column.trimmed()))
@@ -98,7 +114,7 @@ void ReadDisplayContact(GIC& gic, int pID, int block, QString& label, int& lengt
         }
         connection.ExecuteOneRow(sql + QStringLiteral(" WHERE pID=%1;").arg(pID));
     }
-    label = BlockWord(block) + ContactLabel(chosen);
+    label = DisplayLabel(block, chosen);
     length = FindEntry(prefix, chosen)->width;
     if (shown.trimmed() != entry.trimmed())
         SyncDisplayContact(gic, pID, block, entry);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "component/public/gic.h"
 
@@ -21,6 +22,13 @@ QString ContactLabel(const QString& column);
 
 // The column prefix of a block ("pHom", "pBus"), or empty for no block.
 QString BlockPrefix(int block);
+
+// The six entry columns of a block, in the order of the contact screen's fields ("pHomPho1",
+// "pHomPho2", "pHomFax", "pHomEma", "pHomCell", "pHomPag"); empty for no block.
+QStringList EntryColumns(int block);
+
+// The label of a block's entry as the small screens show it: "Home Cell", "Work Phone".
+QString DisplayLabel(int block, const QString& column);
 
 // The chosen entry of a block as stored in its Con column: blank, the old one-phone names and
 // anything that is no entry of the block mean the first phone. Answers the column's own

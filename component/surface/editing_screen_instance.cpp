@@ -8,6 +8,7 @@
 #include "component/start_sequence.h"
 #include "insurance/build_new_command.h"
 #include "insurance/ins_screen.h"
+#include "people/frm_contact.h"
 
 namespace orvo::component {
 namespace {
@@ -145,6 +146,23 @@ void EditingScreenInstance::PaTable_Edit_Start(QString&, QString&) {
 
 bool EditingScreenInstance::eReminder_PersonalSetup(int) {
     NotYet("eReminder_PersonalSetup");
+}
+
+bool EditingScreenInstance::Contact_Start(int PatientID, int SetupTab) {
+    if (PatientID == 0)
+        return false;
+    GIC& gic = RequireGIC("Contact_Start");
+    bool changed = false;
+    StartScreen<people::frmContact>(
+        StartContextFor("Contact_Start"),
+        [&gic] { return std::make_unique<people::frmContact>(gic); },
+        [&](people::frmContact& screen) {
+            screen.PatientID = PatientID;
+            screen.SetupTab = SetupTab;
+            screen.Setup_Screen();
+        },
+        [&](people::frmContact& screen) { changed = screen.ChangeMade; });
+    return changed;
 }
 
 }  // namespace orvo::component

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "host/component_loader.h"
+#include "host/desk/person_commands.h"
 #include "host/host_gic.h"
 #include "host/host_persons.h"
 #include "host/host_session.h"
@@ -97,6 +98,7 @@ void MainWindow::BuildMenus() {
     insurance->addAction(tr("New P&harmacy..."), this, [this] {
         OpenFromMenu(QStringLiteral("Pharmacy_Start"), true, tr("pharmacy"));
     });
+    AddPersonCommands(*menuBar(), *this);
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About"), this, [this] {
         prompts().Message(tr("ORVO Windows editing component, reference host."), Buttons::Ok,

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMap>
 #include <QMetaProperty>
+#include <QTabWidget>
 #include <QTest>
 #include <array>
 
@@ -211,6 +212,18 @@ void SelectRow(Runner& r, const Step& step) {
     view->setCurrentIndex(view->model()->index(row, 0));
 }
 
+// As a click on the tab's title does.
+void SelectTab(Runner& r, const Step& step) {
+    auto* tabs = qobject_cast<QTabWidget*>(r.Control(step));
+    if (!tabs)
+        Throw(step.args[0] + QStringLiteral(" is not a tab control"));
+    bool ok = false;
+    const int tab = step.args[1].toInt(&ok);
+    if (!ok || tab < 0 || tab >= tabs->count() || !tabs->isTabEnabled(tab))
+        Throw(QStringLiteral("no tab %1 to choose").arg(step.args[1]));
+    tabs->setCurrentIndex(tab);
+}
+
 void Screenshot(Runner& r, const Step& step) {
     if (!r.ActiveScreen()->grab().save(step.args[0]))
         Throw(QStringLiteral("cannot write ") + step.args[0]);
@@ -233,6 +246,13 @@ void CheckEnabled(Runner& r, const Step& step) {
 
 void CheckVisible(Runner& r, const Step& step) {
     CheckState(step, r.Control(step)->isVisible());
+}
+
+void CheckChecked(Runner& r, const Step& step) {
+    auto* button = qobject_cast<QAbstractButton*>(r.Control(step));
+    if (!button)
+        Throw(step.args[0] + QStringLiteral(" is not a box or button"));
+    CheckState(step, button->isChecked());
 }
 
 void CheckReadonly(Runner& r, const Step& step) {
@@ -312,11 +332,13 @@ constexpr std::array kVerbs{
     Verb{"key", "key CONTROL KEY", 2, false, Key},
     Verb{"click", "click CONTROL", 1, false, Click},
     Verb{"select-row", "select-row CONTROL N", 2, false, SelectRow},
+    Verb{"select-tab", "select-tab CONTROL N", 2, false, SelectTab},
     Verb{"screenshot", "screenshot FILE", 1, false, Screenshot},
     Verb{"check-text", "check-text CONTROL TEXT", 2, false, CheckText},
     Verb{"check-enabled", "check-enabled CONTROL true|false", 2, false, CheckEnabled},
     Verb{"check-visible", "check-visible CONTROL true|false", 2, false, CheckVisible},
     Verb{"check-readonly", "check-readonly CONTROL true|false", 2, false, CheckReadonly},
+    Verb{"check-checked", "check-checked CONTROL true|false", 2, false, CheckChecked},
     Verb{"check-focus", "check-focus CONTROL", 1, false, CheckFocus},
     Verb{"check-caption", "check-caption TEXT", 1, false, CheckCaption},
     Verb{"check-rows", "check-rows STATEMENT [ROW...]", 1, false, CheckRows},

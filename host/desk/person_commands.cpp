@@ -1,0 +1,45 @@
+#include "host/desk/person_commands.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+
+#include "host/desk/main_window.h"
+#include "platform/prompts.h"
+#include "platform/user_action.h"
+
+namespace orvo::host {
+namespace {
+
+QMenu& PatientsMenu(QMenuBar& menus) {
+    for (QAction* action : menus.actions()) {
+        QMenu* menu = action->menu();
+        if (menu && menu->objectName() == QLatin1String("mnuPatients"))
+            return *menu;
+    }
+    QMenu* menu = menus.addMenu(QObject::tr("&Patients"));
+    menu->setObjectName(QStringLiteral("mnuPatients"));
+    return *menu;
+}
+
+void OpenContactInformation(MainWindow& window) {
+    const QString title = QObject::tr("Contact Information");
+    const auto answer = prompts().Input(QObject::tr("ID number of the person:"), title);
+    if (!answer || answer->trimmed().isEmpty())
+        return;
+    RunUserAction(title, [&] {
+        const int id = window.RunStartMethod(QStringLiteral("Contact_Start"), answer->trimmed());
+        window.statusBar()->showMessage(id != 0
+                                            ? QObject::tr("Contact information of %1 saved").arg(id)
+                                            : QObject::tr("Nothing saved"));
+    });
+}
+
+}  // namespace
+
+void AddPersonCommands(QMenuBar& menus, MainWindow& window) {
+    PatientsMenu(menus).addAction(QObject::tr("&Contact Information..."), &window,
+                                  [&window] { OpenContactInformation(window); });
+}
+
+}  // namespace orvo::host

@@ -1,0 +1,13 @@
+#pragma once
+
+class QMenuBar;
+
+namespace orvo::host {
+
+class MainWindow;
+
+// The commands on persons that the main window offers: for now the contact information of a
+// person chosen by id. They go under the Patients menu, which is made when there is none yet.
+void AddPersonCommands(QMenuBar& menus, MainWindow& window);
+
+}  // namespace orvo::host
