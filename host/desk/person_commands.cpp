@@ -28,9 +28,10 @@ void OpenContactInformation(MainWindow& window) {
     if (!answer || answer->trimmed().isEmpty())
         return;
     RunUserAction(title, [&] {
-        const int id = window.RunStartMethod(QStringLiteral("Contact_Start"), answer->trimmed());
-        window.statusBar()->showMessage(id != 0
-                                            ? QObject::tr("Contact information of %1 saved").arg(id)
+        const QString saved =
+            window.RunStartMethod(QStringLiteral("Contact_Start"), answer->trimmed());
+        window.statusBar()->showMessage(saved == QLatin1String("True")
+                                            ? QObject::tr("Contact information saved")
                                             : QObject::tr("Nothing saved"));
     });
 }
