@@ -10,6 +10,7 @@
 #include "host/payer_list_window.h"
 #include "host/rights.h"
 #include "host/text_format.h"
+#include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/db/translate_sql.h"
 #include "platform/prompts.h"
@@ -105,6 +106,12 @@ QString HostGIC::GetLoginName() {
 
 QWidget* HostGIC::GetMainForm() {
     return mainForm_.data();
+}
+
+// The offices of the practice (OffLocTable); a practice of one office may have no row at all.
+int HostGIC::GetOfficeLocationCount() {
+    return int(db::ReadScalar(GetConnection(), QStringLiteral("SELECT count(*) FROM OffLocTable"))
+                   .toLongLong());
 }
 
 int HostGIC::GetOfficeLocationID() {

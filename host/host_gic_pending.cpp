@@ -29,7 +29,6 @@ QList<int> HostGIC::GetFamilyLinks(int) { ORVO_PENDING(GetFamilyLinks); }
 short HostGIC::GetFamilyMemberCount(int) { ORVO_PENDING(GetFamilyMemberCount); }
 bool HostGIC::GetFamilyMembers(int, QList<int>&) { ORVO_PENDING(GetFamilyMembers); }
 QString HostGIC::GetGroupNumber(int) { ORVO_PENDING(GetGroupNumber); }
-int HostGIC::GetOfficeLocationCount() { ORVO_PENDING(GetOfficeLocationCount); }
 QString HostGIC::GetPlanTypeCode(int) { ORVO_PENDING(GetPlanTypeCode); }
 QString HostGIC::GetPlanTypeName(int) { ORVO_PENDING(GetPlanTypeName); }
 short HostGIC::GetProviderFeeSchedule(int) { ORVO_PENDING(GetProviderFeeSchedule); }

@@ -122,6 +122,33 @@ void DeclarePeopleTables(schema::Catalog& catalog) {
                   Long(QStringLiteral("FMIndPatTabID"))},
                  {{QStringLiteral("FMIndPatTabID")},
                   {QStringLiteral("FMIndLASNAM"), QStringLiteral("FMIndFirNAM")}}});
+
+    // The offices of a practice that runs several from one database; 0 is no location.
+    catalog.Add({QStringLiteral("OffLocTable"),
+                 {schema::Identity(QStringLiteral("OffLocID")),
+                  schema::Text(QStringLiteral("OffLocNam"), 50),
+                  schema::Text(QStringLiteral("OffLocAd1"), 50),
+                  schema::Text(QStringLiteral("OffLocAd2"), 50),
+                  schema::Text(QStringLiteral("OffLocCit"), 30),
+                  schema::Text(QStringLiteral("OffLocSta"), 10),
+                  schema::Text(QStringLiteral("OffLocZip"), 15),
+                  schema::Text(QStringLiteral("OffLocPho"), 30),
+                  schema::Text(QStringLiteral("OffLocPho2"), 30),
+                  schema::Text(QStringLiteral("OffLocFax"), 30),
+                  schema::Text(QStringLiteral("OffLocEma"), 60),
+                  schema::Text(QStringLiteral("OffLocFacID"), 30),
+                  schema::Text(QStringLiteral("OffLocTIN"), 20),
+                  schema::Text(QStringLiteral("OffLocNPI"), 20),
+                  schema::Text(QStringLiteral("OffLocBanAccNum"), 30),
+                  schema::Long(QStringLiteral("OffLocBacClr")),
+                  schema::Long(QStringLiteral("OffLocForClr"))},
+                 {}});
+    // Where a patient is shown besides the primary location (PATable.OffLocID).
+    catalog.Add(
+        {QStringLiteral("pdlTable"),
+         {schema::Identity(QStringLiteral("pdlID")), schema::Long(QStringLiteral("pdlPID")),
+          schema::Long(QStringLiteral("pdlOffLocID")), schema::Flag(QStringLiteral("pdlShoInLoc"))},
+         {{QStringLiteral("pdlPID")}, {QStringLiteral("pdlOffLocID")}}});
 }
 
 }  // namespace orvo::people

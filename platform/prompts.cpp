@@ -54,13 +54,21 @@ QMessageBox::Icon IconOf(Icon icon) {
     return QMessageBox::NoIcon;
 }
 
+// The suite's texts break lines with CR, LF or both; a Qt label breaks them at LF alone.
+QString Shown(const QString& text) {
+    QString shown = text;
+    shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return shown;
+}
+
 // The Qt dialogs, owned by the active window so that they nest above modal screens.
 class QtPrompts : public Prompts {
 public:
     int Message(const QString& text, Buttons buttons, Icon icon, const QString& title,
                 int defaultButton) override {
         const ButtonSet set = ButtonsOf(buttons);
-        QMessageBox box(IconOf(icon), title, text, QMessageBox::NoButton, PromptParent());
+        QMessageBox box(IconOf(icon), title, Shown(text), QMessageBox::NoButton, PromptParent());
         QList<QAbstractButton*> made;
         for (auto b : set.buttons)
             made << box.addButton(b);
@@ -75,7 +83,7 @@ public:
 
     int Choose(const QString& text, const QString& title, const QStringList& captions,
                int defaultButton, Icon icon) override {
-        QMessageBox box(IconOf(icon), title, text, QMessageBox::NoButton, PromptParent());
+        QMessageBox box(IconOf(icon), title, Shown(text), QMessageBox::NoButton, PromptParent());
         QList<QPushButton*> made;
         for (const QString& caption : captions)
             made << box.addButton(caption, QMessageBox::ActionRole);
@@ -89,8 +97,8 @@ public:
                                  const QString& defaultText, bool password) override {
         bool ok = false;
         const QString text = QInputDialog::getText(
-            PromptParent(), title, prompt, password ? QLineEdit::Password : QLineEdit::Normal,
-            defaultText, &ok);
+            PromptParent(), title, Shown(prompt),
+            password ? QLineEdit::Password : QLineEdit::Normal, defaultText, &ok);
         if (!ok)
             return std::nullopt;
         return text;

@@ -1,0 +1,290 @@
+#include "people/find_person.h"
+
+#include <QRegularExpression>
+#include <vector>
+
+#include "component/find_record.h"
+#include "people/person_record.h"
+#include "platform/db/recordset.h"
+#include "platform/db/sql_text.h"
+#include "platform/prompts.h"
+
+namespace orvo::people {
+
+namespace {
+
+const QString kTitle = QStringLiteral("Database Search");
+const QString kCrLf = QStringLiteral("\r\n");
+
+// One row as the offers show it, read whole before the first question so that no read stays
+// open while a box waits on a person.
+struct Match {
+    int pID = 0;
+    QString first, last, card, pTypPat, roleValue;
+    int location = 0;
+    QString name() const { return first + QLatin1Char(' ') + last; }
+};
+
+QString Field(const db::Recordset& rs, const char* column) {
+    const int index = rs.IndexOf(QLatin1String(column));
+    return index < 0 ? QString() : rs.Text(index).trimmed();
+}
+
+std::vector<Match> ReadMatches(GIC& gic, const QString& sql, const PersonRole& role) {
+    std::vector<Match> matches;
+    db::Recordset rs(gic.GetConnection(), sql);
+    for (; !rs.Eof(); rs.MoveNext()) {
+        Match m;
+        m.pID = int(rs.Long(QStringLiteral("pID")));
+        m.first = Field(rs, "pFIRNAM");
+        m.last = Field(rs, "pLASNAM");
+        m.pTypPat = Field(rs, "pTypPat");
+        m.roleValue = role.column.isEmpty() ? QString() : rs.Text(role.column).trimmed();
+        m.location = int(rs.Long(QStringLiteral("OffLocID")));
+        QString card = QStringLiteral("Name: ") + m.name() + QStringLiteral(" [ ") +
+                       QString::number(m.pID) + QStringLiteral(" ]");
+        const auto line = [&](const QString& label, const QString& value) {
+            if (!value.trimmed().isEmpty())
+                card += kCrLf + label + QStringLiteral(": ") + value.trimmed();
+        };
+        line(QStringLiteral("Home"), Field(rs, "pHOMPHO"));
+        line(QStringLiteral("Work"), Field(rs, "pBUSPHO"));
+        line(QStringLiteral("SSN"), Field(rs, "pSSN"));
+        line(QStringLiteral("Addr."), (Field(rs, "pADD1") + QLatin1Char(' ') + Field(rs, "pADD2")));
+        const QString place = Field(rs, "pCIT") + QStringLiteral(", ") + Field(rs, "pSTA") +
+                              QLatin1Char(' ') + Field(rs, "pZIP");
+        if (place.trimmed() != QLatin1String(","))
+            card += kCrLf + place.trimmed();
+        m.card = card;
+        matches.push_back(m);
+    }
+    return matches;
+}
+
+// What a match is offered for: the list, or the role sought.
+QString Offer(const PersonRole& role, bool forList) {
+    return forList ? QStringLiteral("Add to the list?")
+                   : QStringLiteral("Add as this patient's ") + role.word + QLatin1Char('?');
+}
+
+bool HasRole(const Match& m, const PersonRole& role) {
+    if (role.familyHead())
+        return m.pTypPat >= QLatin1String("1");
+    return !role.column.isEmpty() && m.roleValue == QLatin1String("1");
+}
+
+QString LocationName(GIC& gic, int location) {
+    const QVariant name = db::ReadScalar(
+        gic.GetConnection(), QStringLiteral("SELECT OffLocNam FROM OffLocTable WHERE OffLocID=") +
+                                 QString::number(location));
+    const QString text = name.toString().trimmed();
+    return text.isEmpty() ? QStringLiteral("Location #") + QString::number(location) : text;
+}
+
+// Whether a person is shown at a location: as the primary one, or through a display row with
+// its flag set (tested as "=TRUE" in the embedded dialect and "<>0" on the server).
+bool ShownAt(GIC& gic, const Match& m, int here) {
+    const QString shown = gic.GetDatabaseKind() == 2
+                              ? QStringLiteral("(pdlTable.pdlShoInLoc<>0)")
+                              : QStringLiteral("(pdlTable.pdlShoInLoc=TRUE)");
+    const QString location = QString::number(here);
+    const QVariant count = db::ReadScalar(
+        gic.GetConnection(),
+        QStringLiteral("SELECT count(*) FROM PATABLE LEFT JOIN pdlTable on "
+                       "PATABLE.pID=pdlTable.pdlPID WHERE ((PATABLE.OffLocID=") +
+            location + QStringLiteral(") or ((pdlTable.pdlOffLocID=") + location +
+            QStringLiteral(") AND ") + shown + QStringLiteral(")) and (PATABLE.pID=") +
+            QString::number(m.pID) + QLatin1Char(')'));
+    return count.toLongLong() > 0;
+}
+
+enum class LocationChoice { Use, NextMatch };
+
+// The offer to edit where a person is shown. Until the patient location screen is built the
+// edit says so, and the person decides again.
+LocationChoice EditLocation(GIC& gic, const Match& m, const QString& locationName) {
+    const QString title = QStringLiteral("Edit Patient Display Locations");
+    for (;;) {
+        const int choice =
+            prompts().Choose(QStringLiteral("Do you want to edit the location information for ") +
+                                 m.name() + QStringLiteral(", "),
+                             title,
+                             {QStringLiteral("&Yes"), QStringLiteral("&No"),
+                              QStringLiteral("Don't edit location information")});
+        if (choice == 3)
+            return LocationChoice::Use;
+        if (choice != 1)
+            return LocationChoice::NextMatch;
+        prompts().Message(QStringLiteral("The patient location setup is not available in this "
+                                         "version yet: the display locations were not changed."),
+                          Buttons::Ok, Icon::Information, title);
+        const int again = prompts().Message(
+            QStringLiteral("You did not set ") + m.name() + QStringLiteral(" to display in your ") +
+                locationName +
+                QStringLiteral(". Do you want to edit the location information again?") + kCrLf +
+                kCrLf +
+                QStringLiteral("If you select no, this search will move on to the next match."),
+            Buttons::YesNo, Icon::Question, kTitle);
+        if (again != AnswerYes)
+            return LocationChoice::NextMatch;
+    }
+}
+
+}  // namespace
+
+PersonRole PersonRole::Of(const QString& field) {
+    const QString key = field.trimmed().toUpper();
+    if (key == QLatin1String("PTYPDOC"))
+        return {key, QStringLiteral("Provider"), QStringLiteral("pTypDoc")};
+    if (key == QLatin1String("PTYPPAT"))
+        return {key, QStringLiteral("Family Head"), QStringLiteral("pTypPat")};
+    if (key == QLatin1String("PTYPPHY1") || key == QLatin1String("PTYPPHY2"))
+        return {key, QStringLiteral("Physician"), QStringLiteral("pTypPhy")};
+    if (key == QLatin1String("PTYPREF"))
+        return {key, QStringLiteral("Referral"), QStringLiteral("pTypRef")};
+    return {key, QString(), QString()};
+}
+
+QString PersonNameCriteria(GIC& gic, const QString& textIn, bool allowID) {
+    const QString text = textIn.trimmed();
+    static const QRegularExpression id(QStringLiteral("^\\d{1,9}$"));
+    if (allowID && id.match(text).hasMatch())
+        return QStringLiteral("pID = ") + QString::number(text.toInt());
+    QString last, first;
+    gic.SplitPersonName(text, last, first);
+    return QStringLiteral("pLASNAM Like ") + db::QuoteText(last.trimmed() + QLatin1Char('%')) +
+           QStringLiteral(" and pFIRNAM Like ") + db::QuoteText(first.trimmed() + QLatin1Char('%'));
+}
+
+QString PersonRoleCriteria(const PersonRole& role) {
+    if (role.familyHead())
+        return QStringLiteral(
+            "((pFAMHEAIND = pID or pFAMHEAIND is Null or pFAMHEAIND = 0) and "
+            "pTypPat >= '1') and ");
+    if (role.column.isEmpty())
+        return QString();
+    return QLatin1Char('(') + role.column + QStringLiteral(" = '1')  and ");
+}
+
+int Match_Person(GIC& gic, const QString& criteria, const PersonRole& role, bool forList, int& pID,
+                 const QList<int>& offered) {
+    const std::vector<Match> matches = ReadMatches(
+        gic,
+        QStringLiteral("SELECT pID, pLASNAM, pFIRNAM, pTypPat, pTypDoc, pTypRef, pTypPhy, pTypEmp, "
+                       "pTypX1, pTypX2, OffLocID FROM PATABLE WHERE ") +
+            criteria,
+        role);
+    const int here = gic.GetOfficeLocationID();
+    const bool locations = gic.GetOfficeLocationCount() >= 2;
+    for (const Match& m : matches) {
+        if (offered.contains(m.pID))
+            continue;
+        const QString name =
+            m.name() + QStringLiteral(" [ ") + QString::number(m.pID) + QStringLiteral(" ]");
+        if (role.familyHead() && m.pTypPat >= QLatin1String("1")) {
+            prompts().Message(
+                name + QStringLiteral(" was found in the database ") +
+                    QStringLiteral(" but cannot be added as a ") + QStringLiteral("Family Head") +
+                    QStringLiteral(", because this patient is a family member.") + kCrLf + kCrLf +
+                    QStringLiteral("You must detach this patient from the family first in order "
+                                   "to assign as a family head."),
+                Buttons::Ok, Icon::Information, kTitle);
+            continue;
+        }
+        QString where = QStringLiteral("in the database ");
+        if (locations && m.location != 0) {
+            where = QStringLiteral("in your ") + LocationName(gic, m.location);
+            if (here != 0 && !ShownAt(gic, m, here) &&
+                EditLocation(gic, m, LocationName(gic, here)) == LocationChoice::NextMatch)
+                continue;
+        }
+        const QString found = m.card + kCrLf + kCrLf + QStringLiteral(" ...was found ") + where;
+        if (HasRole(m, role)) {
+            const int choice = prompts().Choose(
+                found + QStringLiteral(" Go to this person?"), kTitle,
+                {QStringLiteral("&Yes"), QStringLiteral("&No"), QStringLiteral("&Cancel"),
+                 QStringLiteral("Trans."), QStringLiteral("Family")});
+            if (choice == 2)
+                continue;
+            if (choice == 1 || choice == 4 || choice == 5) {
+                pID = m.pID;
+                return kMatchTaken + (choice == 4 ? 1 : choice == 5 ? 2 : 0);
+            }
+            return -1;
+        }
+        const int answer = prompts().Message(found + QLatin1Char(' ') + Offer(role, forList),
+                                             Buttons::YesNoCancel, Icon::Question, kTitle, 1);
+        if (answer == AnswerNo)
+            continue;
+        if (answer != AnswerYes)
+            return -1;
+        // Taken in a role the person did not have: the role is given, with all it brings.
+        if (!role.column.isEmpty())
+            SetPersonType(gic, m.pID, role.column, QStringLiteral("1"));
+        pID = m.pID;
+        return kMatchTaken;
+    }
+    return 0;
+}
+
+FoundPerson Find_Person(GIC& gic, const QString& Field, const QString& defaultText, bool readOnly,
+                        bool forList, bool allowID) {
+    FoundPerson found;
+    found.answer = kFindCancel;
+    if (readOnly) {
+        prompts().Message(QStringLiteral("Read only, cannot modify."), Buttons::Ok,
+                          Icon::Information, kTitle);
+        return found;
+    }
+    const QString text =
+        gic.InputDialog(NamePrompt(allowID), QStringLiteral("Search Window"), defaultText, 0)
+            .value_or(QString())
+            .trimmed();
+    if (text.isEmpty())
+        return found;
+    const PersonRole role = PersonRole::Of(Field);
+    const QString criteria = PersonNameCriteria(gic, text, allowID);
+    const std::vector<Match> matches =
+        ReadMatches(gic,
+                    QStringLiteral("Select * from Patable where ") + PersonRoleCriteria(role) +
+                        criteria + QStringLiteral(" order by pLasNam, pFirNam"),
+                    role);
+    QList<int> offered;
+    for (const Match& m : matches) {
+        offered << m.pID;
+        const int answer = prompts().Message(m.card + kCrLf + kCrLf +
+                                                 QStringLiteral(" ...was found in the database. ") +
+                                                 Offer(role, forList),
+                                             Buttons::YesNoCancel, Icon::Question, kTitle, 1);
+        if (answer == AnswerNo)
+            continue;
+        if (answer == AnswerYes) {
+            found.answer = QString::number(m.pID);
+            found.pID = m.pID;
+        }
+        return found;
+    }
+    int pID = 0;
+    const int matched = Match_Person(gic, criteria, role, forList, pID, offered);
+    if (matched < 0)
+        return found;
+    if (matched >= kMatchTaken) {
+        found.answer = QString::number(pID);
+        found.pID = pID;
+        found.command = matched == kMatchTaken + 1   ? QStringLiteral("Trans.")
+                        : matched == kMatchTaken + 2 ? QStringLiteral("Family")
+                                                     : QString();
+        return found;
+    }
+    const int add = prompts().Message(QStringLiteral("[ ") + text + QStringLiteral(" ] ") +
+                                          QStringLiteral(" was not found in the database.") +
+                                          QStringLiteral(" Add as new?"),
+                                      Buttons::YesNo, Icon::Question, kTitle, 1);
+    if (add == AnswerYes) {
+        found.answer = QStringLiteral("NEW");
+        gic.SplitPersonName(text, found.lastName, found.firstName);
+    }
+    return found;
+}
+
+}  // namespace orvo::people
