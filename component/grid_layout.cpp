@@ -49,7 +49,8 @@ int ColumnOf(const QTableView& view, const GridColumnLayout& entry, int gridType
 }  // namespace
 
 QString GridLayoutPath(const QString& dataPath, const QString& key) {
-    return dataPath + QStringLiteral("STP/TG") + lockfiles::SafeFileName(key) + QStringLiteral(".STP");
+    return dataPath + QStringLiteral("STP/TG") + lockfiles::SafeFileName(key) +
+           QStringLiteral(".STP");
 }
 
 std::optional<GridLayoutFile> ReadGridLayoutFile(const QString& path, bool readRowHeight) {
@@ -106,8 +107,18 @@ void WriteGridLayoutFile(const QString& path, const GridLayoutFile& layout) {
 
 bool Load_Grid_Layout(const QList<QTableView*>& grid, const QString& dataPath, const QString& key,
                       bool ApplyRowHeight, bool ApplyWidths, int gridType) {
-    const std::optional<GridLayoutFile> layout =
-        ReadGridLayoutFile(GridLayoutPath(dataPath, key), ApplyRowHeight);
+    return LoadGridLayoutFrom(grid, GridLayoutPath(dataPath, key), ApplyRowHeight, ApplyWidths,
+                              gridType);
+}
+
+void Save_Grid_Layout(const QList<QTableView*>& grid, const QString& dataPath, const QString& key,
+                      bool SaveRowHeight, bool UseNumbers) {
+    SaveGridLayoutTo(grid, GridLayoutPath(dataPath, key), SaveRowHeight, UseNumbers);
+}
+
+bool LoadGridLayoutFrom(const QList<QTableView*>& grid, const QString& path, bool ApplyRowHeight,
+                        bool ApplyWidths, int gridType) {
+    const std::optional<GridLayoutFile> layout = ReadGridLayoutFile(path, ApplyRowHeight);
     if (!layout || grid.isEmpty())
         return false;
     if (layout->rowHeight)
@@ -141,8 +152,8 @@ bool Load_Grid_Layout(const QList<QTableView*>& grid, const QString& dataPath, c
     return applied;
 }
 
-void Save_Grid_Layout(const QList<QTableView*>& grid, const QString& dataPath, const QString& key,
-                      bool SaveRowHeight, bool UseNumbers) {
+void SaveGridLayoutTo(const QList<QTableView*>& grid, const QString& path, bool SaveRowHeight,
+                      bool UseNumbers) {
     GridLayoutFile layout;
     if (SaveRowHeight && !grid.isEmpty())
         layout.rowHeight = grid.front()->verticalHeader()->defaultSectionSize();
@@ -157,7 +168,7 @@ void Save_Grid_Layout(const QList<QTableView*>& grid, const QString& dataPath, c
                  header.isSectionHidden(column) ? 0.0 : double(header.sectionSize(column)), split});
         }
     }
-    WriteGridLayoutFile(GridLayoutPath(dataPath, key), layout);
+    WriteGridLayoutFile(path, layout);
 }
 
 }  // namespace orvo

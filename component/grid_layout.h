@@ -41,6 +41,13 @@ std::optional<GridLayoutFile> ReadGridLayoutFile(const QString& path, bool readR
 // FileError when the folder cannot be written.
 void WriteGridLayoutFile(const QString& path, const GridLayoutFile& layout);
 
+// The same, from and to a file named by the caller, for grids whose layouts are kept under
+// names of their own.
+bool LoadGridLayoutFrom(const QList<QTableView*>& grid, const QString& path, bool ApplyRowHeight,
+                        bool ApplyWidths, int gridType = 0);
+void SaveGridLayoutTo(const QList<QTableView*>& grid, const QString& path, bool SaveRowHeight,
+                      bool UseNumbers);
+
 // Restores a grid's layout from its file. True when a layout was applied; a grid with no file
 // keeps its defaults. gridType 12 is the grid whose Comments column was stored under six
 // field names over the years ("CCO...", "CCN...", ...): those keys name "Comments".
