@@ -6,6 +6,7 @@
 #include <QThread>
 
 #include "host/bound_records.h"
+#include "host/host_coverage.h"
 #include "host/host_persons.h"
 #include "host/payer_list_window.h"
 #include "host/rights.h"
@@ -297,6 +298,9 @@ void HostGIC::SetPatientStatus(int personId, const QString& status) {
 }
 void HostGIC::NotifyPersonChanged(int personId) {
     RefreshFamilyHeadIndex(GetConnection(), personId);
+    NoteChangedPerson(personId);
+}
+void HostGIC::NoteChangedPerson(int personId) {
     if (!changedPersons_.contains(personId))
         changedPersons_ << personId;
 }
@@ -322,6 +326,47 @@ void HostGIC::PersonRoleAdded(int personId, int extraId) {
 }
 void HostGIC::RestorePersonRecalls(int personId) {
     RestoreRecallsOnReturn(*this, personId);
+}
+
+// --- the coverage chain (host_coverage.cpp) -------------------------------------------------
+
+void HostGIC::CoverageAdded(int personId) {
+    NoteChangedPerson(personId);
+}
+void HostGIC::CoverageChanged(int personId) {
+    NoteChangedPerson(personId);
+}
+void HostGIC::SubscriberLinksChanged(int personId) {
+    NoteChangedPerson(personId);
+}
+void HostGIC::FlushConnection(db::Connection&, int) {
+    // Both engines show a connection its own statements at once: nothing waits to be flushed.
+}
+void HostGIC::SetPersonCoverageLink(int personId, int linkId, bool isPrimary, bool afterRemoval) {
+    host::SetPersonCoverageLink(GetConnection(), personId, linkId, isPrimary, afterRemoval);
+}
+void HostGIC::SetPersonPrimaryEmployer(int personId, int employerId, int /*groupPlanId*/,
+                                       bool /*flag*/) {
+    host::SetPersonPrimaryEmployer(GetConnection(), personId, employerId);
+}
+CoverageYearToDate HostGIC::GetCoverageYearToDate(int personId, bool isPrimary) {
+    return PersonCoverageYearToDate(*this, personId, isPrimary);
+}
+void HostGIC::SetCoverageYearToDate(int personId, bool isPrimary,
+                                    const CoverageYearToDate& figures) {
+    SetPersonCoverageYearToDate(GetConnection(), personId, isPrimary, figures);
+}
+int HostGIC::GetFamilyID(int personId) {
+    return PersonFamilyId(GetConnection(), personId);
+}
+QString HostGIC::GetEmployerName(int employerId) {
+    return EmployerName(GetConnection(), employerId);
+}
+QString HostGIC::GetCarrierName(int carrierId) {
+    return CarrierName(GetConnection(), carrierId);
+}
+QString HostGIC::GetGroupNumber(int groupPlanId) {
+    return GroupNumber(GetConnection(), groupPlanId);
 }
 
 }  // namespace orvo::host

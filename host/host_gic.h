@@ -179,14 +179,15 @@ public:
     int planEmployerId() const { return planEmployerId_; }
     QString planGroupText() const { return planGroupText_; }
     QString planTitle() const { return planTitle_; }
-    // The persons NotifyPersonChanged has named since the last TakeChangedPersons, in order:
-    // what the host has to show anew once the component returns.
+    // The persons NotifyPersonChanged and the coverage notices have named since the last
+    // TakeChangedPersons, in order: what the host has to show anew once the component returns.
     QList<int> TakeChangedPersons() { return std::exchange(changedPersons_, {}); }
     // The host's side of GetGoToQuickAppoint.
     void SetGoToQuickAppoint(bool value) { goToQuickAppoint_ = value; }
 
 private:
     NoteAuthor Author();
+    void NoteChangedPerson(int personId);
 
     HostSession& session_;
     SettingsStore settings_;

@@ -12,23 +12,15 @@ namespace orvo::host {
 void HostGIC::AddBoundRow(const QString&, const QStringList&, const QVariantList&) { ORVO_PENDING(AddBoundRow); }
 int HostGIC::AskSaveChanges(const QString&, const QString&, const QString&) { ORVO_PENDING(AskSaveChanges); }
 QString HostGIC::CalculateAge(const QString&) { ORVO_PENDING(CalculateAge); }
-void HostGIC::CoverageAdded(int) { ORVO_PENDING(CoverageAdded); }
-void HostGIC::CoverageChanged(int) { ORVO_PENDING(CoverageChanged); }
 void HostGIC::DeletePersonRow(int, const QString&) { ORVO_PENDING(DeletePersonRow); }
 void HostGIC::FillClaimFormList(QComboBox*) { ORVO_PENDING(FillClaimFormList); }
-void HostGIC::FlushConnection(db::Connection&, int) { ORVO_PENDING(FlushConnection); }
 QString HostGIC::FormatSqlDate(const QDate&) { ORVO_PENDING(FormatSqlDate); }
 QString HostGIC::FormatSsn(const QString&) { ORVO_PENDING(FormatSsn); }
 bool HostGIC::GetBudgetPlanOwner(int, Currency&) { ORVO_PENDING(GetBudgetPlanOwner); }
 void HostGIC::GetBudgetPlanTotals(int, Currency&, Currency&) { ORVO_PENDING(GetBudgetPlanTotals); }
-QString HostGIC::GetCarrierName(int) { ORVO_PENDING(GetCarrierName); }
-CoverageYearToDate HostGIC::GetCoverageYearToDate(int, bool) { ORVO_PENDING(GetCoverageYearToDate); }
-QString HostGIC::GetEmployerName(int) { ORVO_PENDING(GetEmployerName); }
-int HostGIC::GetFamilyID(int) { ORVO_PENDING(GetFamilyID); }
 QList<int> HostGIC::GetFamilyLinks(int) { ORVO_PENDING(GetFamilyLinks); }
 short HostGIC::GetFamilyMemberCount(int) { ORVO_PENDING(GetFamilyMemberCount); }
 bool HostGIC::GetFamilyMembers(int, QList<int>&) { ORVO_PENDING(GetFamilyMembers); }
-QString HostGIC::GetGroupNumber(int) { ORVO_PENDING(GetGroupNumber); }
 QString HostGIC::GetPlanTypeCode(int) { ORVO_PENDING(GetPlanTypeCode); }
 QString HostGIC::GetPlanTypeName(int) { ORVO_PENDING(GetPlanTypeName); }
 short HostGIC::GetProviderFeeSchedule(int) { ORVO_PENDING(GetProviderFeeSchedule); }
@@ -54,14 +46,10 @@ void HostGIC::SetActiveRecord(int, const QString&) { ORVO_PENDING(SetActiveRecor
 void HostGIC::SetBookAppointmentRequest(bool) { ORVO_PENDING(SetBookAppointmentRequest); }
 void HostGIC::SetBusyCursor(bool) { ORVO_PENDING(SetBusyCursor); }
 void HostGIC::SetCoverageInsCoPatID(int, const QString&) { ORVO_PENDING(SetCoverageInsCoPatID); }
-void HostGIC::SetCoverageYearToDate(int, bool, const CoverageYearToDate&) { ORVO_PENDING(SetCoverageYearToDate); }
 void HostGIC::SetOfficeSchedule(const QVariant&) { ORVO_PENDING(SetOfficeSchedule); }
-void HostGIC::SetPersonCoverageLink(int, int, bool, bool) { ORVO_PENDING(SetPersonCoverageLink); }
-void HostGIC::SetPersonPrimaryEmployer(int, int, int, bool) { ORVO_PENDING(SetPersonPrimaryEmployer); }
 void HostGIC::SetPlanClaimForm(int, bool, bool, const QVariant&) { ORVO_PENDING(SetPlanClaimForm); }
 void HostGIC::SetSessionLogin(const QString&) { ORVO_PENDING(SetSessionLogin); }
 void HostGIC::SetSessionRight(bool) { ORVO_PENDING(SetSessionRight); }
-void HostGIC::SubscriberLinksChanged(int) { ORVO_PENDING(SubscriberLinksChanged); }
 void HostGIC::UpdateFamilyMembers(int) { ORVO_PENDING(UpdateFamilyMembers); }
 bool HostGIC::UsesLetteredCodes() { ORVO_PENDING(UsesLetteredCodes); }
 // clang-format on

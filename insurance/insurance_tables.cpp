@@ -35,6 +35,14 @@ void DeclareInsuranceTables(schema::Catalog& catalog) {
     pharmacies.indexes << QStringList{QStringLiteral("PhaNam")};
     catalog.Add(pharmacies);
 
+    // Employers and group plans: the columns the coverage chain reads of them.
+    catalog.Add({QStringLiteral("EmpTable"),
+                 {Identity(QStringLiteral("EmpInd")), Text(QStringLiteral("EmpNam"), 50)},
+                 {{QStringLiteral("EmpNam")}}});
+    catalog.Add({QStringLiteral("GroPlaTable"),
+                 {Identity(QStringLiteral("GroPlaInd")), Text(QStringLiteral("GroPlaGroNum"), 30)},
+                 {{QStringLiteral("GroPlaGroNum")}}});
+
     catalog.Add(
         {QStringLiteral("ELTable"),
          {Identity(QStringLiteral("elID")), Long(QStringLiteral("elEmpID")),

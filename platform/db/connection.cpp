@@ -128,6 +128,8 @@ void Connection::RequireOneStatement(const QString& statement) const {
 
 void Connection::Send(QSqlQuery& query, const QString& statement) {
     RequireOneStatement(statement);
+    if (hook_)
+        hook_(statement);
     if (!query.exec(statement)) {
         const DatabaseError error(DriverMessage(query.lastError()), statement);
         qCWarning(lcDb).noquote() << error.describe();
@@ -204,10 +206,12 @@ void Connection::BeginTransaction(bool exclusive) {
         // Deferred, the transaction would take the write lock at its first write, and two
         // stations that both read first could never both get it.
         ExecuteTranslated(QStringLiteral("BEGIN IMMEDIATE"));
+        inTransaction_ = true;
         return;
     }
     if (!db_.transaction())
         throw DatabaseError(DriverMessage(db_.lastError()), QStringLiteral("BEGIN"));
+    inTransaction_ = true;
     if (exclusive) {
         ExecuteTranslated(
             QStringLiteral("SELECT pg_advisory_xact_lock(%1, hashtext(current_schema()))")
@@ -216,22 +220,29 @@ void Connection::BeginTransaction(bool exclusive) {
 }
 
 void Connection::Commit() {
+    // A failed COMMIT ends the transaction too: the engine has rolled it back.
+    inTransaction_ = false;
     if (!db_.commit())
         throw DatabaseError(DriverMessage(db_.lastError()), QStringLiteral("COMMIT"));
 }
 
 void Connection::Rollback() {
+    inTransaction_ = false;
     if (!db_.rollback()) {
         throw DatabaseError(DriverMessage(db_.lastError()), QStringLiteral("ROLLBACK"));
     }
 }
 
-Transaction::Transaction(Connection& connection, Mode mode) : connection_(connection) {
-    connection_.BeginTransaction(mode == Exclusive);
+Transaction::Transaction(Connection& connection, Mode mode)
+    : connection_(connection), joined_(connection.InTransaction()) {
+    if (joined_)
+        return;
+    const bool writeLockFirst = mode == Write && connection_.engine() == Engine::Sqlite;
+    connection_.BeginTransaction(mode == Exclusive || writeLockFirst);
 }
 
 Transaction::~Transaction() {
-    if (done_)
+    if (done_ || joined_)
         return;
     try {
         connection_.Rollback();
@@ -241,7 +252,8 @@ Transaction::~Transaction() {
 }
 
 void Transaction::Commit() {
-    connection_.Commit();
+    if (!joined_)
+        connection_.Commit();
     done_ = true;
 }
 

@@ -5,6 +5,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "platform/db/database_error.h"
@@ -64,6 +65,14 @@ public:
     void BeginTransaction(bool exclusive = false);
     void Commit();
     void Rollback();
+    // True from BeginTransaction until its Commit or Rollback.
+    bool InTransaction() const { return inTransaction_; }
+
+    // Called with each statement just before it goes to the driver; a hook that throws keeps
+    // the statement from being sent. Tests fail a chosen statement with it, benchmarks keep the
+    // statements an operation sends. An empty hook removes it.
+    using StatementHook = std::function<void(const QString& statement)>;
+    void SetStatementHook(StatementHook hook) { hook_ = std::move(hook); }
 
     // Stored procedures (procedure.cpp). On the server engine a procedure is a function in the
     // database, made when it does not exist yet; the embedded engine has none, so there it is a
@@ -83,18 +92,28 @@ private:
     QString name_;
     QSqlDatabase db_;
     QHash<QString, ProcedureDefinition> procedures_;  // by lower-case name, embedded engine
+    bool inTransaction_ = false;
+    StatementHook hook_;
 };
 
-// Keeps a transaction open for its scope; rolls back unless Commit() was called.
+// Keeps a transaction open for its scope; rolls back unless Commit() was called. Opened while
+// the connection is already in a transaction, it joins that one: its Commit leaves the outcome
+// to the outer transaction, and a failure rolls back when the error reaches the outer one.
+//
+// Modes: Plain; Exclusive (the practice's schema lock, see BeginTransaction); Write, for work
+// that reads numbers and writes by them: on the embedded engine it holds the write lock from
+// its start, so nobody writes between its reads and its writes; on the server it is plain, and
+// the work locks the rows it depends on (SELECT ... FOR UPDATE).
 class Transaction {
 public:
-    enum Mode { Plain, Exclusive };
+    enum Mode { Plain, Exclusive, Write };
     explicit Transaction(Connection& connection, Mode mode = Plain);
     ~Transaction();
     void Commit();
 
 private:
     Connection& connection_;
+    bool joined_ = false;
     bool done_ = false;
 };
 
