@@ -395,17 +395,32 @@ public:
         });
         Tokens out;
         out.reserve(tokens.size() + 8);
+        // Where an edit meets what stands beside it, two words (Now()Name made LOCALTIMESTAMP
+        // and Name) are kept apart by a blank: otherwise the text would read back as one word,
+        // and a second translation would see another statement than this one did.
+        bool seam = false;
+        auto push = [&](const Token& t) {
+            if (seam && !out.empty() && !out.back().text.isEmpty() && !t.text.isEmpty() &&
+                IsIdentPart(out.back().text.back()) && IsIdentPart(t.text.front())) {
+                out.push_back({Kind::Space, u" "_s});
+            }
+            seam = false;
+            out.push_back(t);
+        };
         size_t at = 0;
         for (Edit& e : edits_) {
             if (e.begin < at)
                 continue;
-            out.insert(out.end(), tokens.begin() + static_cast<ptrdiff_t>(at),
-                       tokens.begin() + static_cast<ptrdiff_t>(e.begin));
+            for (size_t i = at; i < e.begin; ++i)
+                push(tokens[i]);
+            seam = true;
             for (Token& t : e.with)
-                out.push_back(std::move(t));
+                push(t);
+            seam = true;
             at = e.end;
         }
-        out.insert(out.end(), tokens.begin() + static_cast<ptrdiff_t>(at), tokens.end());
+        for (size_t i = at; i < tokens.size(); ++i)
+            push(tokens[i]);
         edits_.clear();
         return out;
     }
@@ -504,6 +519,12 @@ private:
                 return false;
         }
     }
+    // The count of SELECT TOP n or TOP (n): once TOP goes, what follows it follows SELECT.
+    bool IsTopCount(size_t i) const {
+        if (i < size() && t_[i].kind == Kind::Number)
+            return IsWord(Prev(i), "TOP"_L1);
+        return IsPunct(i, u')') && Partner(i) != npos && IsWord(Prev(Partner(i)), "TOP"_L1);
+    }
     bool IsCall(size_t i) const {
         return t_.size() > i && t_[i].kind == Kind::Word && IsPunct(Next(i), u'(');
     }
@@ -532,6 +553,7 @@ private:
     bool IsNoCount() const;
     std::optional<QString> BackupGuard();
     void RewriteLiterals();
+    void RewriteQualifiers();
     void RewriteNamesAndCalls();
     void RewriteIsNull();
     bool RewriteTop();
@@ -540,6 +562,11 @@ private:
     void RewriteSelectedConditions();
     void RewriteTableTypes();
     void RewritePrefixLike();
+    // The '=' of each assignment of an UPDATE's SET list, and the end of its value.
+    std::vector<std::pair<size_t, size_t>> AssignedValues() const;
+    // A parenthesised condition from item to end (an item of a SELECT list, an assigned value)
+    // is cast to a number on the server engine.
+    void CastCondition(size_t item, size_t end, Edits& edits) const;
     void RewriteUpdate();
     void RewriteDelete();
     void RewriteInsertSource();
@@ -599,6 +626,7 @@ std::optional<QString> Statement::Translate() {
         return BackupGuard();
     RewriteLiterals();
     RewritePrefixLike();
+    RewriteQualifiers();
     RewriteNamesAndCalls();
     RewriteIsNull();
     RewriteBooleans();
@@ -644,9 +672,53 @@ void Statement::RewriteLiterals() {
             t = {Kind::String,
                  u'\'' + *IsoDate(QStringView(t.text).mid(1, t.text.size() - 2)) + u'\''};
         } else if (t.kind == Kind::Word && Same(t.text, "N"_L1) && i + 1 < size() &&
-                   t_[i + 1].kind == Kind::String && t_[i + 1].text.startsWith(u'\'')) {
+                   ((t_[i + 1].kind == Kind::String && t_[i + 1].text.startsWith(u'\'')) ||
+                    t_[i + 1].kind == Kind::Date)) {
+            // A date glued to an N becomes a string in this same pass.
             edits.Remove(i, i + 1);
         }
+    }
+    Apply(edits);
+}
+
+// Names of the other database and of the owner: both engines hold every table in the one
+// database, so ORVOWIN.dbo.rsTable, ORVOWIN..rsTable and dbo.rsTable are plain rsTable. A prefix
+// counts only where a name begins (after a blank, an operator or punctuation other than a dot:
+// never glued to a number, never after another dot), only when a name follows it, and never
+// inside the reach of a number sign that opened no date, where taking text out could make one.
+// What follows a prefix taken out begins a name in turn, so one pass leaves nothing that a
+// second would take.
+void Statement::RewriteQualifiers() {
+    Edits edits;
+    bool nameStart = true;
+    bool dateReach = false;
+    for (size_t i = 0; i < size(); ++i) {
+        const Token& t = t_[i];
+        const bool boundary = nameStart;
+        nameStart = t.kind == Kind::Space || t.kind == Kind::Comment || t.kind == Kind::Op ||
+                    (t.kind == Kind::Punct && t.text != u'.');
+        if (t.kind == Kind::Punct && t.text == u'#') {
+            dateReach = true;
+        } else if (t.text.contains(u'#')) {
+            dateReach = false;
+        }
+        if (t.kind != Kind::Word || !boundary || dateReach || !IsPunct(i + 1, u'.'))
+            continue;
+        size_t end = 0;  // one past the prefix
+        if (i + 3 < size() && IsWord(i + 2, "dbo"_L1) && IsPunct(i + 3, u'.')) {
+            end = i + 4;
+        } else if (Same(t.text, "dbo"_L1)) {
+            end = i + 2;
+        } else if (IsPunct(i + 2, u'.')) {
+            end = i + 3;
+        }
+        if (end == 0 || end >= size() ||
+            (t_[end].kind != Kind::Word && t_[end].kind != Kind::QuotedName)) {
+            continue;
+        }
+        edits.Remove(i, end);
+        i = end - 1;
+        nameStart = true;
     }
     Apply(edits);
 }
@@ -678,21 +750,8 @@ void Statement::RewriteNamesAndCalls() {
             t.text = u"ILIKE"_s;
             continue;
         }
-        // Names of the other database and of the owner: both engines hold every table in the
-        // one database, so ORVOWIN.dbo.rsTable and dbo.rsTable are plain rsTable.
-        if (IsPunct(i + 1, u'.')) {
-            if (i + 3 < size() && IsWord(i + 2, "dbo"_L1) && IsPunct(i + 3, u'.')) {
-                edits.Remove(i, i + 4);
-                i += 3;
-            } else if (Same(t.text, "dbo"_L1)) {
-                edits.Remove(i, i + 2);
-                i += 1;
-            } else if (IsPunct(i + 2, u'.')) {
-                edits.Remove(i, i + 3);
-                i += 2;
-            }
+        if (IsPunct(i + 1, u'.'))
             continue;
-        }
         if (!IsCall(i))
             continue;
         const size_t open = Next(i);
@@ -967,22 +1026,32 @@ void Statement::RewriteSelectedConditions() {
         while (item < end) {
             const size_t itemEnd =
                 std::min(end, Scan(item, [this](size_t k) { return IsPunct(k, u','); }));
-            const size_t close = IsPunct(item, u'(') ? Partner(item) : npos;
-            const size_t after = close == npos ? npos : Next(close);
-            const bool aliasOnly = after >= itemEnd || IsWord(after, "AS"_L1) ||
-                                   (IsName(after) && Next(after) >= itemEnd);
-            if (close != npos && aliasOnly && !IsWordIn(Next(item), "SELECT WITH"_L1) &&
-                Scan(Next(item), [this](size_t k) {
-                    return IsComparison(k) || IsOp(k, "<"_L1) || IsOp(k, ">"_L1) ||
-                           IsOp(k, "<="_L1) || IsOp(k, ">="_L1);
-                }) < close) {
-                edits.Insert(item, u"CAST("_s);
-                edits.Insert(close + 1, u" AS INTEGER)"_s);
-            }
+            CastCondition(item, itemEnd, edits);
             item = itemEnd < end ? Next(itemEnd) : end;
         }
     }
+    // A condition assigned to a column is stored in a flag the same way; a joined UPDATE moves
+    // the value into a SELECT list, where it would be cast on the next reading.
+    for (const auto& [sign, end] : AssignedValues())
+        CastCondition(Next(sign), end, edits);
     Apply(edits);
+}
+
+void Statement::CastCondition(size_t item, size_t itemEnd, Edits& edits) const {
+    const size_t close = IsPunct(item, u'(') ? Partner(item) : npos;
+    if (close == npos)
+        return;
+    const size_t after = Next(close);
+    const bool aliasOnly =
+        after >= itemEnd || IsWord(after, "AS"_L1) || (IsName(after) && Next(after) >= itemEnd);
+    if (aliasOnly && !IsWordIn(Next(item), "SELECT WITH"_L1) &&
+        Scan(Next(item), [this](size_t k) {
+            return IsComparison(k) || IsOp(k, "<"_L1) || IsOp(k, ">"_L1) || IsOp(k, "<="_L1) ||
+                   IsOp(k, ">="_L1);
+        }) < close) {
+        edits.Insert(item, u"CAST("_s);
+        edits.Insert(close + 1, u" AS INTEGER)"_s);
+    }
 }
 
 // The column types of a CREATE TABLE written for the server the suite came from.
@@ -1036,6 +1105,9 @@ const QString kAboveEveryLetter = QString(QChar(0xdbff)) + QChar(0xdfff);
 // statement already in the server's dialect is left as it is.
 void Statement::RewritePrefixLike() {
     Edits edits;
+    // A value assigned in an UPDATE is one of its own, as it is once a joined UPDATE has moved
+    // it into the list of a SELECT.
+    const auto assigned = AssignedValues();
     for (size_t like = 0; like < size(); ++like) {
         if (!IsWord(like, "LIKE"_L1))
             continue;
@@ -1058,7 +1130,10 @@ void Statement::RewritePrefixLike() {
         const size_t columnStart = OperandStart(columnEnd);
         const size_t before = Prev(columnStart);
         if (before != npos && !IsPunct(before, u'(') && !IsPunct(before, u',') &&
-            !IsWordIn(before, "WHERE AND OR NOT ON WHEN HAVING THEN ELSE SELECT"_L1))
+            !IsWordIn(before, "WHERE AND OR NOT ON WHEN HAVING THEN ELSE SELECT"_L1) &&
+            !IsTopCount(before) &&
+            std::none_of(assigned.begin(), assigned.end(),
+                         [before](const auto& a) { return a.first == before; }))
             continue;
         // Already in this form: the LIKE that a range stands in front of.
         if (IsWord(before, "AND"_L1) && Prev(before) != npos &&
@@ -1073,6 +1148,24 @@ void Statement::RewritePrefixLike() {
         edits.Insert(pattern + 1, u")"_s);
     }
     Apply(edits);
+}
+
+std::vector<std::pair<size_t, size_t>> Statement::AssignedValues() const {
+    std::vector<std::pair<size_t, size_t>> values;
+    if (!IsWord(First(), "UPDATE"_L1))
+        return values;
+    const size_t set = Scan(Next(First()), [this](size_t k) { return IsWord(k, "SET"_L1); });
+    const size_t listEnd =
+        Scan(Next(set), [this](size_t k) { return IsWordIn(k, "FROM WHERE"_L1); });
+    for (size_t item = Next(set); item < listEnd;) {
+        const size_t end =
+            std::min(listEnd, Scan(item, [this](size_t k) { return IsPunct(k, u','); }));
+        const size_t eq = Scan(item, [this](size_t k) { return IsOp(k, "="_L1); });
+        if (eq < end)
+            values.emplace_back(eq, end);
+        item = end < listEnd ? Next(end) : listEnd;
+    }
+    return values;
 }
 
 // Tables named between begin and end of a FROM clause or join, nested joins included.
@@ -1250,9 +1343,10 @@ void Statement::RewriteDelete() {
     size_t target = Next(del);
     Edits edits;
     if (IsOp(target, "*"_L1) && IsWord(Next(target), "FROM"_L1)) {
+        // DELETE * FROM is DELETE FROM, read on as such: it may be a joined form too.
         edits.Remove(target, Next(target));
         Apply(edits);
-        return;
+        target = Next(del);
     }
     if (IsWord(target, "FROM"_L1)) {
         target = Next(target);

@@ -216,6 +216,74 @@ TEST(TranslateSql, NamesInTheReminderDatabaseLoseDatabaseAndOwner) {
     EXPECT_BOTH("SELECT [ORVOWIN].[dbo].[rsTable].[RCTtl] FROM t", "SELECT rsTable.RCTtl FROM t");
 }
 
+// Text the fuzzer made out of real statements: whatever one pass makes of it, a second pass
+// leaves alone. A prefix counts only where a name begins, and what follows a prefix taken out
+// is read as the name it now begins.
+TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
+    struct Case {
+        QString in;
+        std::string sqlite;
+        std::string pg;
+    };
+    const Case cases[] = {
+        // Prefixes one after the other, or glued into another name.
+        {u"where ORVOWIN.dbo.rsTablORVOWIN.dbo.e.RCRecNum=4"_s, "where e.RCRecNum=4",
+         "where e.RCRecNum=4"},
+        {u"on ORORVOWIN.dbo.VOWIN.dbo.rsTable.RCRecNum=1"_s, "on rsTable.RCRecNum=1",
+         "on rsTable.RCRecNum=1"},
+        {u"where ORVOWIN.dbo.rsTable.dbo.rsTable.RCRecNum=4"_s, "where rsTable.RCRecNum=4",
+         "where rsTable.RCRecNum=4"},
+        {u"from ORVOWIN..dbo.rstable"_s, "from rstable", "from rstable"},
+        // What a prefix qualified is translated as soon as the prefix goes.
+        {u"SELECT dbo.GetDate(), ORVOWIN.dbo.DISTINCTROW a"_s,
+         "SELECT datetime('now','localtime'), DISTINCT a", "SELECT LOCALTIMESTAMP, DISTINCT a"},
+        // A prefix glued to a number is no prefix.
+        {u"WHERE 5ORVOWIN.dbo.DISTINCTROW x"_s, "WHERE 5ORVOWIN.dbo.DISTINCTROW x",
+         "WHERE 5ORVOWIN.dbo.DISTINCTROW x"},
+        // Taking dbo. out of a number sign's reach would make a date of it.
+        {u"WHERE a>=#01dbo./31/2024#"_s, "WHERE a>=#01dbo./31/2024#", "WHERE a>=#01dbo./31/2024#"},
+        {u"WHERE a=#1/2/2024 3:04 dbo.PM#"_s, "WHERE a=#1/2/2024 3:04 dbo.PM#",
+         "WHERE a=#1/2/2024 3:04 dbo.PM#"},
+        {u"SET a=N#01/31/2024#"_s, "SET a='2024-01-31'", "SET a='2024-01-31'"},
+        // A call made a word keeps apart from the word glued to it.
+        {u"SELECT Now()RCDuePer FROM t"_s, "SELECT datetime('now','localtime')RCDuePer FROM t",
+         "SELECT LOCALTIMESTAMP RCDuePer FROM t"},
+        {u"Set APTabTrim(le.APDrID=5 where a)t>=#01/31/2024#"_s,
+         "Set APTabTrim(le.APDrID=5 where a)t>='2024-01-31'",
+         "Set APTabTrim(le.APDrID=5 where a)t>='2024-01-31'"},
+        {u"DELETE * FROM ZipCodTable FROM ZipCodTable WHERE ZipCodID=3"_s,
+         "DELETE FROM ZipCodTable WHERE ZipCodID=3", "DELETE FROM ZipCodTable WHERE ZipCodID=3"},
+        {u"Select top 1 tra LIKE 'a%' from t"_s,
+         ("Select (tra >= 'a' AND tra < 'a" + QString(QChar(0xdbff)) + QChar(0xdfff) +
+          "' AND tra LIKE 'a%') from t LIMIT 1")
+             .toStdString(),
+         ("Select CAST((tra >= 'a' AND tra < 'a" + QString(QChar(0xdbff)) + QChar(0xdfff) +
+          "' AND tra ILIKE 'a%') AS INTEGER) from t LIMIT 1")
+             .toStdString()},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.in.toStdString());
+        EXPECT_EQ(Sqlite(c.in), c.sqlite);
+        EXPECT_EQ(Pg(c.in), c.pg);
+        EXPECT_EQ(Sqlite(QString::fromStdString(c.sqlite)), c.sqlite);
+        EXPECT_EQ(Pg(QString::fromStdString(c.pg)), c.pg);
+    }
+    // A condition assigned as a value, which a joined UPDATE moves into the list of a SELECT.
+    const QString moved =
+        u"UPDATE IPTable SET IPTable.IPSFee=IPFr LIKE 'a%' FROM IPTable INNER JOIN IPTable as "
+        "IPFrom on IPTable.IPCod=IPFrom.IPCod WHERE IPFrom.IPInsCoID=0"_s;
+    for (const Engine engine : {Engine::Sqlite, Engine::Postgres}) {
+        const QString once = TranslateSql(moved, engine);
+        EXPECT_EQ(TranslateSql(once, engine).toStdString(), once.toStdString());
+        EXPECT_EQ(TranslateSql(u"UPDATE t SET a = b LIKE 'x%', c = 1"_s, engine),
+                  engine == Engine::Sqlite
+                      ? u"UPDATE t SET a = (b >= 'x' AND b < 'x"_s + QChar(0xdbff) + QChar(0xdfff) +
+                            u"' AND b LIKE 'x%'), c = 1"_s
+                      : u"UPDATE t SET a = CAST((b >= 'x' AND b < 'x"_s + QChar(0xdbff) +
+                            QChar(0xdfff) + u"' AND b ILIKE 'x%') AS INTEGER), c = 1"_s);
+    }
+}
+
 TEST(TranslateSql, ServerFormsOfTheReminderCode) {
     EXPECT_BOTH("SET NOCOUNT ON", "");
     EXPECT_EQ(Sqlite(QStringLiteral("SET NOCOUNT ON; Insert into e (a) values (N'M'); "
