@@ -9,6 +9,9 @@
 //   orvo_fuzz calc [COUNT] [SEED]   key sequences on the calculator, with its promises checked
 //                                    after every key; the calendar's Tag words, caller dates
 //                                    and typed years
+//   orvo_fuzz names [COUNT] [SEED]  typed person names cut into last and first name, and the
+//                                    search criteria made of them, which must stay one
+//                                    statement on both engines and translate idempotently
 //
 // It prints the inputs tried and the findings; the exit status is 1 when there was a finding.
 // Built with the benchmarks, not run by the tests: a million inputs take minutes.
@@ -25,8 +28,11 @@
 #include "host/host_gic.h"
 #include "host/host_session.h"
 #include "host/host_tables.h"
+#include "host/text_format.h"
 #include "insurance/build_new_command.h"
 #include "insurance/ins_command.h"
+#include "people/find_person.h"
+#include "platform/db/one_statement.h"
 #include "platform/db/translate_sql.h"
 #include "platform/schema/schema.h"
 #include "tests/support/sql_corpus.h"
@@ -354,6 +360,55 @@ void FuzzCalculator(qint64 count, quint32 seed, Findings& findings) {
     }
 }
 
+void FuzzNames(qint64 count, quint32 seed, Findings& findings) {
+    static const QStringList kNames = {"Smith, John",
+                                       "John Smith",
+                                       "Mary Ann O'Brien",
+                                       "Peña, José",
+                                       "Ó Súilleabháin, Siobhán",
+                                       "3412",
+                                       "  Müller ,  Jürgen  ",
+                                       "de la Cruz, Ana",
+                                       "Li",
+                                       ","};
+    QTemporaryDir folder;
+    orvo::db::ConnectionOptions options;
+    options.sqliteFile = folder.filePath("practice.db");
+    orvo::host::HostSession session;
+    session.connection = orvo::db::Connection::Open(options);
+    orvo::host::HostGIC gic(session);
+    Mutator mutator(seed);
+    for (qint64 n = 0; n < count; ++n) {
+        const QString input = mutator.Below(3) == 0
+                                  ? mutator.RandomText(1 + mutator.Below(40))
+                                  : mutator.Mutate(kNames[mutator.Below(kNames.size())], kNames);
+        QString last, first;
+        orvo::host::SplitPersonNameText(input, last, first);
+        // The parts are cut from the text, never made up.
+        for (const QString& part : {last, first}) {
+            if (!input.contains(part.trimmed(), Qt::CaseInsensitive) &&
+                !input.simplified().contains(part.trimmed(), Qt::CaseInsensitive))
+                findings.Report("name part not from the text", input,
+                                "last: " + last + " first: " + first);
+        }
+        for (const bool allowID : {true, false}) {
+            const QString sql = "Select * from Patable where " +
+                                orvo::people::PersonNameCriteria(gic, input, allowID) +
+                                " order by pLasNam, pFirNam";
+            for (const Engine engine : {Engine::Sqlite, Engine::Postgres}) {
+                const QString once = orvo::db::TranslateSql(sql, engine);
+                if (!orvo::db::HoldsOneStatement(once, engine))
+                    findings.Report("search is not one statement", input, once);
+                if (orvo::db::TranslateSql(once, engine) != once)
+                    findings.Report("search translation not idempotent", input, once);
+            }
+        }
+        ++findings.inputs;
+        if (n % 100000 == 0 && n > 0)
+            std::fprintf(stderr, "%lld inputs\n", static_cast<long long>(n));
+    }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -371,8 +426,10 @@ int main(int argc, char** argv) {
         FuzzText(count, seed, findings);
     } else if (mode == "calc") {
         FuzzCalculator(count, seed, findings);
+    } else if (mode == "names") {
+        FuzzNames(count, seed, findings);
     } else {
-        std::fprintf(stderr, "usage: orvo_fuzz sql|text|calc [COUNT] [SEED]\n");
+        std::fprintf(stderr, "usage: orvo_fuzz sql|text|calc|names [COUNT] [SEED]\n");
         return 2;
     }
     std::printf("%s: %lld inputs, %lld findings\n", qPrintable(mode),

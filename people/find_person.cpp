@@ -1,6 +1,8 @@
 #include "people/find_person.h"
 
 #include <QRegularExpression>
+#include <array>
+#include <iterator>
 #include <vector>
 
 #include "component/find_record.h"
@@ -16,52 +18,68 @@ namespace {
 const QString kTitle = QStringLiteral("Database Search");
 const QString kCrLf = QStringLiteral("\r\n");
 
+// The columns an offer shows, as far as the query read them.
+constexpr const char* kShown[] = {"pHOMPHO", "pBUSPHO", "pSSN", "pADD1",
+                                  "pADD2",   "pCIT",    "pSTA", "pZIP"};
+constexpr int kShownCount = int(std::size(kShown));
+
 // One row as the offers show it, read whole before the first question so that no read stays
-// open while a box waits on a person.
+// open while a box waits on a person. The text of the offer is made only for the rows shown.
 struct Match {
     int pID = 0;
-    QString first, last, card, pTypPat, roleValue;
+    QString first, last, pTypPat, roleValue;
     int location = 0;
+    std::array<QString, kShownCount> shown;
+
     QString name() const { return first + QLatin1Char(' ') + last; }
-};
-
-QString Field(const db::Recordset& rs, const char* column) {
-    const int index = rs.IndexOf(QLatin1String(column));
-    return index < 0 ? QString() : rs.Text(index).trimmed();
-}
-
-std::vector<Match> ReadMatches(GIC& gic, const QString& sql, const PersonRole& role) {
-    std::vector<Match> matches;
-    db::Recordset rs(gic.GetConnection(), sql);
-    for (; !rs.Eof(); rs.MoveNext()) {
-        Match m;
-        m.pID = int(rs.Long(QStringLiteral("pID")));
-        m.first = Field(rs, "pFIRNAM");
-        m.last = Field(rs, "pLASNAM");
-        m.pTypPat = Field(rs, "pTypPat");
-        m.roleValue = role.column.isEmpty() ? QString() : rs.Text(role.column).trimmed();
-        m.location = int(rs.Long(QStringLiteral("OffLocID")));
-        QString card = QStringLiteral("Name: ") + m.name() + QStringLiteral(" [ ") +
-                       QString::number(m.pID) + QStringLiteral(" ]");
+    QString card() const {
+        QString card = QStringLiteral("Name: ") + name() + QStringLiteral(" [ ") +
+                       QString::number(pID) + QStringLiteral(" ]");
         const auto line = [&](const QString& label, const QString& value) {
             if (!value.trimmed().isEmpty())
                 card += kCrLf + label + QStringLiteral(": ") + value.trimmed();
         };
-        line(QStringLiteral("Home"), Field(rs, "pHOMPHO"));
-        line(QStringLiteral("Work"), Field(rs, "pBUSPHO"));
-        line(QStringLiteral("SSN"), Field(rs, "pSSN"));
-        line(QStringLiteral("Addr."), (Field(rs, "pADD1") + QLatin1Char(' ') + Field(rs, "pADD2")));
-        const QString place = Field(rs, "pCIT") + QStringLiteral(", ") + Field(rs, "pSTA") +
-                              QLatin1Char(' ') + Field(rs, "pZIP");
+        line(QStringLiteral("Home"), shown[0]);
+        line(QStringLiteral("Work"), shown[1]);
+        line(QStringLiteral("SSN"), shown[2]);
+        line(QStringLiteral("Addr."), shown[3] + QLatin1Char(' ') + shown[4]);
+        const QString place =
+            shown[5] + QStringLiteral(", ") + shown[6] + QLatin1Char(' ') + shown[7];
         if (place.trimmed() != QLatin1String(","))
             card += kCrLf + place.trimmed();
-        m.card = card;
-        matches.push_back(m);
+        return card;
+    }
+};
+
+std::vector<Match> ReadMatches(GIC& gic, const QString& sql, const PersonRole& role) {
+    std::vector<Match> matches;
+    db::Recordset rs(gic.GetConnection(), sql);
+    // Columns by index, resolved once: a search may read thousands of rows.
+    const int id = rs.IndexOf(QStringLiteral("pID"));
+    const int first = rs.IndexOf(QStringLiteral("pFIRNAM"));
+    const int last = rs.IndexOf(QStringLiteral("pLASNAM"));
+    const int patient = rs.IndexOf(QStringLiteral("pTypPat"));
+    const int roleColumn = role.column.isEmpty() ? -1 : rs.IndexOf(role.column);
+    const int location = rs.IndexOf(QStringLiteral("OffLocID"));
+    std::array<int, kShownCount> shown;
+    for (int c = 0; c < kShownCount; ++c)
+        shown[c] = rs.IndexOf(QLatin1String(kShown[c]));
+    const auto text = [&rs](int index) { return index < 0 ? QString() : rs.Text(index).trimmed(); };
+    for (; !rs.Eof(); rs.MoveNext()) {
+        Match m;
+        m.pID = int(rs.Long(id));
+        m.first = text(first);
+        m.last = text(last);
+        m.pTypPat = text(patient);
+        m.roleValue = text(roleColumn);
+        m.location = location < 0 ? 0 : int(rs.Long(location));
+        for (int c = 0; c < kShownCount; ++c)
+            m.shown[c] = text(shown[c]);
+        matches.push_back(std::move(m));
     }
     return matches;
 }
 
-// What a match is offered for: the list, or the role sought.
 QString Offer(const PersonRole& role, bool forList) {
     return forList ? QStringLiteral("Add to the list?")
                    : QStringLiteral("Add as this patient's ") + role.word + QLatin1Char('?');
@@ -198,7 +216,7 @@ int Match_Person(GIC& gic, const QString& criteria, const PersonRole& role, bool
                 EditLocation(gic, m, LocationName(gic, here)) == LocationChoice::NextMatch)
                 continue;
         }
-        const QString found = m.card + kCrLf + kCrLf + QStringLiteral(" ...was found ") + where;
+        const QString found = m.card() + kCrLf + kCrLf + QStringLiteral(" ...was found ") + where;
         if (HasRole(m, role)) {
             const int choice = prompts().Choose(
                 found + QStringLiteral(" Go to this person?"), kTitle,
@@ -252,7 +270,7 @@ FoundPerson Find_Person(GIC& gic, const QString& Field, const QString& defaultTe
     QList<int> offered;
     for (const Match& m : matches) {
         offered << m.pID;
-        const int answer = prompts().Message(m.card + kCrLf + kCrLf +
+        const int answer = prompts().Message(m.card() + kCrLf + kCrLf +
                                                  QStringLiteral(" ...was found in the database. ") +
                                                  Offer(role, forList),
                                              Buttons::YesNoCancel, Icon::Question, kTitle, 1);
