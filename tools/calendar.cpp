@@ -197,14 +197,6 @@ void Calendar::EndYearEntry(bool apply) {
         Select(*moved);
     }
     ui_->txtYear->hide();
-    // The calculator face shares the calendar's size: its keys take the height, the readout
-    // keeps one line in a larger type.
-    QFont readoutFont = ui_->lblReadout->font();
-    readoutFont.setPointSizeF(readoutFont.pointSizeF() * 1.6);
-    ui_->lblReadout->setFont(readoutFont);
-    ui_->lblReadout->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    for (QPushButton* key : ui_->pageCalculator->findChildren<QPushButton*>())
-        key->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     ui_->cmdYear->show();
     ui_->calMonth->setFocus();
 }

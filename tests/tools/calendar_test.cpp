@@ -155,6 +155,12 @@ TEST_F(CalendarFormTest, YearTypedMovesTheSelection) {
     EXPECT_FALSE(year->isVisible());
     EXPECT_EQ(form->selectedDate(), QDate(1999, 5, 17));
     EXPECT_EQ(Child<QToolButton>("cmdYear")->text(), "1999");
+    // The entry changes nothing else on the form.
+    const QFont readout = Child<QLabel>("lblReadout")->font();
+    Click("cmdYear");
+    QTest::keyClick(year, Qt::Key_Escape);
+    EXPECT_EQ(Child<QLabel>("lblReadout")->font(), readout);
+    EXPECT_EQ(form->selectedDate(), QDate(1999, 5, 17));
     EXPECT_GE(prompts.beeps(), 1);
 }
 
