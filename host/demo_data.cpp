@@ -2,6 +2,7 @@
 
 #include <QDate>
 
+#include "host/coverage_demo_data.h"
 #include "host/host_gic.h"
 #include "host/host_persons.h"
 #include "host/host_tables.h"
@@ -204,6 +205,7 @@ bool SeedDemoPractice(HostSession& session) {
     GrantRight(c, QStringLiteral("MANAGER"), session.officeLocationId,
                QStringLiteral("LINK-EMP-INS"));
     SeedDemoPersons(c, subscribers);
+    SeedDemoCoverageChains(c, subscribers);
     if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM ZipCodTable")).toInt() == 0)
         InsertDemoZipCodes(c);
     c.Execute(QStringLiteral("INSERT INTO %1 (SetSec, SetKey, SetSco, SetVal, SetValTyp) VALUES "

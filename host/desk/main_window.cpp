@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "host/component_loader.h"
+#include "host/desk/coverage_history_dialog.h"
 #include "host/desk/person_commands.h"
 #include "host/host_gic.h"
 #include "host/host_persons.h"
@@ -99,6 +100,7 @@ void MainWindow::BuildMenus() {
         OpenFromMenu(QStringLiteral("Pharmacy_Start"), true, tr("pharmacy"));
     });
     AddPersonCommands(*menuBar(), *this);
+    AddCoverageHistoryCommand(*menuBar(), session_, *this);
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About"), this, [this] {
         prompts().Message(tr("ORVO Windows editing component, reference host."), Buttons::Ok,

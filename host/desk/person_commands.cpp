@@ -11,17 +11,6 @@
 namespace orvo::host {
 namespace {
 
-QMenu& PatientsMenu(QMenuBar& menus) {
-    for (QAction* action : menus.actions()) {
-        QMenu* menu = action->menu();
-        if (menu && menu->objectName() == QLatin1String("mnuPatients"))
-            return *menu;
-    }
-    QMenu* menu = menus.addMenu(QObject::tr("&Patients"));
-    menu->setObjectName(QStringLiteral("mnuPatients"));
-    return *menu;
-}
-
 void OpenContactInformation(MainWindow& window) {
     const QString title = QObject::tr("Contact Information");
     const auto answer = prompts().Input(QObject::tr("ID number of the person:"), title);
@@ -37,6 +26,17 @@ void OpenContactInformation(MainWindow& window) {
 }
 
 }  // namespace
+
+QMenu& PatientsMenu(QMenuBar& menus) {
+    for (QAction* action : menus.actions()) {
+        QMenu* menu = action->menu();
+        if (menu && menu->objectName() == QLatin1String("mnuPatients"))
+            return *menu;
+    }
+    QMenu* menu = menus.addMenu(QObject::tr("&Patients"));
+    menu->setObjectName(QStringLiteral("mnuPatients"));
+    return *menu;
+}
 
 void AddPersonCommands(QMenuBar& menus, MainWindow& window) {
     PatientsMenu(menus).addAction(QObject::tr("&Contact Information..."), &window,

@@ -1,5 +1,6 @@
 #pragma once
 
+class QMenu;
 class QMenuBar;
 
 namespace orvo::host {
@@ -9,5 +10,8 @@ class MainWindow;
 // The commands on persons that the main window offers: for now the contact information of a
 // person chosen by id. They go under the Patients menu, which is made when there is none yet.
 void AddPersonCommands(QMenuBar& menus, MainWindow& window);
+
+// The Patients menu of the menu bar, made when there is none yet.
+QMenu& PatientsMenu(QMenuBar& menus);
 
 }  // namespace orvo::host
