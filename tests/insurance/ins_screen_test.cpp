@@ -24,8 +24,7 @@
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
 #include "platform/schema/schema.h"
-#include "tests/support/scripted_prompts.h"
-#include "tests/support/test_database.h"
+#include "tests/support/practice_fixture.h"
 #include "tools/tools_tables.h"
 
 namespace orvo::insurance {
@@ -65,16 +64,6 @@ public:
     QString payerLogin;
 };
 
-// The icons of the message boxes shown, in order.
-std::vector<Icon> MessageIcons(const orvo::ScriptedPrompts& prompts) {
-    std::vector<Icon> icons;
-    for (const auto& shown : prompts.shown()) {
-        if (shown.kind == QLatin1String("message"))
-            icons.push_back(shown.icon);
-    }
-    return icons;
-}
-
 // A screen whose record lock is refused, as when another station has the row.
 class LockedScreen : public insScreen {
 public:
@@ -88,23 +77,18 @@ struct Carrier {
     QString name, add1, add2, city, state, zip, tel, tel2, payer;
 };
 
-class InsScreenTest : public testing::TestWithParam<Engine> {
+// A practice with the insurance and zip tables, logged in as SUPERVISOR, over a host whose
+// payer list answers as the test says.
+class InsScreenTest : public test::PracticeTest {
 protected:
     void SetUp() override {
-        ORVO_SKIP_WITHOUT_ENGINE(GetParam());
-        database_ = std::make_unique<test::TestDatabase>(GetParam());
-        schema::Catalog catalog;
-        DeclareInsuranceTables(catalog);
-        host::DeclareHostTables(catalog);
-        tools::DeclareToolsTables(catalog);
-        schema::Apply(database_->connection(), catalog);
+        test::PracticeTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
         QDir(database_->folder()).mkpath(QStringLiteral("STP"));
-        session_.connection = database_->Connect();
-        session_.dataPath = database_->folder() + QLatin1Char('/');
         session_.loginName = QStringLiteral("SUPERVISOR");
         session_.today = QDate(2025, 3, 7);
-        host_ = std::make_unique<TestHost>(session_);
-        scope_ = std::make_unique<test::PromptsScope>(prompts_);
+        host_ = static_cast<TestHost*>(gic_.get());
         Db().Execute(
             "INSERT INTO ePayerTable (epPayID, epNam, epAddInf) VALUES ('BWD01', "
             "'Bluewater Dental Claims', 'PO Box 4410 Columbus OH')");
@@ -112,10 +96,12 @@ protected:
             "INSERT INTO ePayerTable (epPayID, epNam, epAddInf) VALUES ('KBP22', "
             "'Keystone Claims', 'Harrisburg PA')");
     }
-    void TearDown() override {
-        if (database_) {
-            EXPECT_EQ(prompts_.pending(), 0) << "expected prompts never came";
-        }
+    void DeclareTables(schema::Catalog& catalog) override {
+        DeclareInsuranceTables(catalog);
+        tools::DeclareToolsTables(catalog);
+    }
+    std::unique_ptr<host::HostGIC> MakeHost(host::HostSession& session) override {
+        return std::make_unique<TestHost>(session);
     }
 
     db::Connection& Db() { return *session_.connection; }
@@ -176,11 +162,7 @@ protected:
     }
     static void ClickOk(insScreen& screen) { screen.Command3D2[2]->click(); }
 
-    std::unique_ptr<test::TestDatabase> database_;
-    host::HostSession session_;
-    std::unique_ptr<TestHost> host_;
-    test::ScriptedPrompts prompts_;
-    std::unique_ptr<test::PromptsScope> scope_;
+    TestHost* host_ = nullptr;
 };
 
 TEST_P(InsScreenTest, NewPharmacyFromPlainNameIsNoChangeUntilTyped) {
@@ -322,7 +304,7 @@ TEST_P(InsScreenTest, WhoMayEditWhat) {
 
     // Each screen holds the carrier's lock while it lives; the next one opens after it.
     shared.reset();
-    host::GrantRight(Db(), "clerk", 0, "EDIT-EMP-INS");
+    host::GrantRight(Db(), "clerk", session_.officeLocationId, "EDIT-EMP-INS");
     auto granted = Open(false, QString(), carrier);
     EXPECT_TRUE(granted->CanEdit);
     EXPECT_TRUE(granted->Command3D2[2]->isEnabled());
@@ -388,7 +370,7 @@ TEST_P(InsScreenTest, LinkingAPayerAsksWithItsOwnWords) {
     EXPECT_TRUE(screen->Modified);
     EXPECT_EQ(prompts_.shown().back().buttons, (QStringList{"OK", "Cancel"}));
     EXPECT_EQ(prompts_.shown().back().defaultButton, 1);
-    EXPECT_EQ(MessageIcons(prompts_).back(), Icon::Information);
+    EXPECT_EQ(prompts_.messageIcons().back(), Icon::Information);
 
     // The same payer again is no change at all.
     host_->payers->choice = QStringLiteral("BWD01");
@@ -435,7 +417,7 @@ TEST_P(InsScreenTest, ChangingAndRemovingAPayerAskWithNoAsDefault) {
         EXPECT_EQ(shown.buttons, (QStringList{"Yes", "No"}));
         EXPECT_EQ(shown.defaultButton, 2);
     }
-    EXPECT_EQ(MessageIcons(prompts_), std::vector<Icon>(3, Icon::Warning));
+    EXPECT_EQ(prompts_.messageIcons(), std::vector<Icon>(3, Icon::Warning));
 
     ClickOk(*screen);
     EXPECT_EQ(Stored("InsCoAccID", id), "");
@@ -450,7 +432,7 @@ TEST_P(InsScreenTest, DatabaseErrorOnOkIsShownAndTheScreenStays) {
     prompts_.ExpectContaining(kCarrierTitle, "CovTable", AnswerOk);
     ClickOk(*screen);
     EXPECT_TRUE(screen->isVisible());
-    EXPECT_EQ(MessageIcons(prompts_).back(), Icon::Critical);
+    EXPECT_EQ(prompts_.messageIcons().back(), Icon::Critical);
     prompts_.Expect(kCarrierTitle, kSaveQuestion, AnswerNo);
     screen->Command3D2[1]->click();
     EXPECT_FALSE(screen->isVisible());

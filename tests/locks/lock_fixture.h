@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -12,7 +11,7 @@
 #include "component/record_lock.h"
 #include "host/host_gic.h"
 #include "host/host_session.h"
-#include "tests/support/scripted_prompts.h"
+#include "tests/support/practice_fixture.h"
 
 // gtest shows a QString that differs as text.
 inline void PrintTo(const QString& text, std::ostream* out) {
@@ -37,33 +36,22 @@ public:
     std::function<void(int pauses)> onPause;
 };
 
-// The scripted prompts, keeping the icon of each message as well.
-class LockPrompts : public orvo::test::ScriptedPrompts {
-public:
-    int Message(const QString& text, Buttons buttons, Icon icon, const QString& title,
-                int defaultButton) override {
-        icons.push_back(icon);
-        if (onMessage)
-            onMessage();
-        return ScriptedPrompts::Message(text, buttons, icon, title, defaultButton);
-    }
-    std::vector<Icon> icons;
-    std::function<void()> onMessage;
-};
-
-class LockTest : public ::testing::Test {
+// A practice of files only, logged in as ADMIN on station FRONT1 of the computer FRONTDESK-PC,
+// whose host counts its waits instead of waiting.
+class LockTest : public orvo::test::FolderPracticeTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        session.dataPath = dir.path() + QLatin1Char('/');
-        session.loginName = QStringLiteral("ADMIN");
-        session.stationId = QStringLiteral("FRONT1");
-        session.computerName = QStringLiteral("FRONTDESK-PC");
-        gic = std::make_unique<LockGIC>(session);
+        orvo::test::FolderPracticeTest::SetUp();
+        session_.loginName = QStringLiteral("ADMIN");
+        session_.computerName = QStringLiteral("FRONTDESK-PC");
     }
+    std::unique_ptr<host::HostGIC> MakeHost(host::HostSession& session) override {
+        return std::make_unique<LockGIC>(session);
+    }
+    LockGIC& host() { return static_cast<LockGIC&>(*gic_); }
 
     QString TempPath(const QString& name) const {
-        return dir.path() + QStringLiteral("/TEMP/") + name;
+        return dataPath() + QStringLiteral("TEMP/") + name;
     }
     QByteArray ReadTemp(const QString& name) const {
         QFile file(TempPath(name));
@@ -78,12 +66,6 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(content);
     }
-
-    QTemporaryDir dir;
-    host::HostSession session;
-    std::unique_ptr<LockGIC> gic;
-    LockPrompts prompts;
-    orvo::test::PromptsScope scope{prompts};
 };
 
 // A record lock given back at the end of the scope, so that a failing test leaves no file

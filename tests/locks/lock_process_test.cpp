@@ -18,7 +18,7 @@ protected:
     }
     std::unique_ptr<Station> Start(const QString& station, const QString& user,
                                    const QString& computer, const QStringList& command) {
-        return std::make_unique<Station>(session.dataPath, station, user, computer, command);
+        return std::make_unique<Station>(session_.dataPath, station, user, computer, command);
     }
 };
 
@@ -26,12 +26,12 @@ TEST_F(LockProcessTest, OneStationWinsTheOtherIsToldWhoHoldsTheRecord) {
     auto other = Start("BACK2", "DRSMITH", "BACKOFFICE-PC", {"lock", "INSCOTABLE", "6703"});
     ASSERT_EQ(other->ReadLine(), "LOCKED 1");
 
-    prompts.Expect("ORVO Windows", LockedBy("DRSMITH", "BACKOFFICE-PC"), AnswerOk);
-    EXPECT_EQ(LockRecord(*gic, "INSCOTABLE", 6703, true), 0);
-    EXPECT_EQ(prompts.pending(), 0);
+    prompts_.Expect("ORVO Windows", LockedBy("DRSMITH", "BACKOFFICE-PC"), AnswerOk);
+    EXPECT_EQ(LockRecord(host(), "INSCOTABLE", 6703, true), 0);
+    EXPECT_EQ(prompts_.pending(), 0);
 
     ASSERT_TRUE(other->Release());
-    HeldRecord mine(*gic, "INSCOTABLE", 6703);
+    HeldRecord mine(host(), "INSCOTABLE", 6703);
     ASSERT_GT(mine.number, 0);
 
     auto late = Start("BACK2", "DRSMITH", "BACKOFFICE-PC", {"lock", "INSCOTABLE", "6703"});
@@ -41,7 +41,7 @@ TEST_F(LockProcessTest, OneStationWinsTheOtherIsToldWhoHoldsTheRecord) {
 TEST_F(LockProcessTest, ContendingStationsNeverHoldOneRecordTogether) {
     constexpr int kStations = 8;
     constexpr int kRounds = 200;
-    const QString witness = dir.filePath("witness");
+    const QString witness = folder_->filePath("witness");
     std::vector<std::unique_ptr<Station>> stations;
     for (int i = 0; i < kStations; ++i) {
         stations.push_back(Start(QStringLiteral("ST%1").arg(i), "USER", "PC",
@@ -62,11 +62,11 @@ TEST_F(LockProcessTest, ContendingStationsNeverHoldOneRecordTogether) {
 TEST_F(LockProcessTest, AKilledStationLeavesItsRecordLockable) {
     auto doomed = Start("BACK2", "DRSMITH", "BACKOFFICE-PC", {"lock", "PATABLE", "6703"});
     ASSERT_EQ(doomed->ReadLine(), "LOCKED 1");
-    EXPECT_EQ(LockRecord(*gic, "PATABLE", 6703, false), 0);
+    EXPECT_EQ(LockRecord(host(), "PATABLE", 6703, false), 0);
 
     ASSERT_TRUE(doomed->Kill());
     EXPECT_TRUE(TempExists("1A2F.PAT"));
-    HeldRecord mine(*gic, "PATABLE", 6703);
+    HeldRecord mine(host(), "PATABLE", 6703);
     EXPECT_GT(mine.number, 0);
     EXPECT_EQ(ReadTemp("1A2F.PAT.UserData"),
               "[DATA]\r\nUSER=ADMIN\r\nSTNID=FRONT1\r\nCOMP=FRONTDESK-PC\r\n");

@@ -64,8 +64,8 @@ protected:
         bob = {UnusedId(alice.uid + 1), 0, {}};
         bob.gid = bob.uid;
         // The test's own folder is private; the practice's folder lies in it.
-        ASSERT_EQ(::chmod(QFile::encodeName(dir.path()).constData(), 0755), 0);
-        data = dir.filePath("practice");
+        ASSERT_EQ(::chmod(QFile::encodeName(folder_->path()).constData(), 0755), 0);
+        data = folder_->filePath("practice");
         ASSERT_TRUE(QDir().mkdir(data));
         Station probe(data, "PROBE", "PROBE", "PC", {}, alice);
         if (!probe.process().waitForFinished(60000) || probe.process().exitCode() != 2) {
@@ -142,8 +142,8 @@ TEST_F(PracticeUsersTest, UsersWhoShareTheDataFoldersGroupTakeEachOthersLocks) {
     // Others may read what they may read of the data folder, no more.
     ASSERT_EQ(::chmod(QFile::encodeName(data).constData(), 0775), 0);
     ASSERT_TRUE(QDir(Temp()).removeRecursively());
-    session.dataPath = data + "/";
-    HeldRecord mine(*gic, "EMPTABLE", 1);
+    session_.dataPath = data + "/";
+    HeldRecord mine(host(), "EMPTABLE", 1);
     ASSERT_GT(mine.number, 0);
     EXPECT_EQ(ModeOf(Temp()), (FileMode{S_ISGID | 0775, practiceGroup}));
     EXPECT_EQ(ModeOf(Temp("1.EMP")), (FileMode{0664, practiceGroup}));
@@ -180,9 +180,9 @@ TEST_F(PracticeUsersTest, ALockFolderOfOursMadeBeforeIsBroughtToTheRule) {
     const int stale = ::open(QFile::encodeName(Temp("C.PAT")).constData(), O_CREAT | O_RDWR, 0600);
     ASSERT_GE(stale, 0);
     ::close(stale);
-    session.dataPath = data + "/";
+    session_.dataPath = data + "/";
     {
-        HeldRecord mine(*gic, "PATABLE", 12);
+        HeldRecord mine(host(), "PATABLE", 12);
         ASSERT_GT(mine.number, 0);
         EXPECT_EQ(ModeOf(Temp()), (FileMode{S_ISGID | 0770, practiceGroup}));
         EXPECT_EQ(ModeOf(Temp("C.PAT")), (FileMode{0660, practiceGroup}));

@@ -11,28 +11,23 @@
 #include "platform/schema/schema.h"
 #include "tests/locks/lock_fixture.h"
 #include "tests/support/modal_driver.h"
-#include "tests/support/test_database.h"
+#include "tests/support/practice_fixture.h"
 
 namespace orvo::locks::test {
 namespace {
 
 using db::Engine;
 
-class StartLockTest : public testing::TestWithParam<Engine> {
+// A carrier in a practice with the insurance tables, logged in as SUPERVISOR, with the
+// component's session bound to the host.
+class StartLockTest : public orvo::test::PracticeTest {
 protected:
     void SetUp() override {
-        ORVO_SKIP_WITHOUT_ENGINE(GetParam());
-        database_ = std::make_unique<orvo::test::TestDatabase>(GetParam());
-        schema::Catalog catalog;
-        insurance::DeclareInsuranceTables(catalog);
-        host::DeclareHostTables(catalog);
-        schema::Apply(database_->connection(), catalog);
-        session_.connection = database_->Connect();
-        session_.dataPath = database_->folder() + QLatin1Char('/');
+        orvo::test::PracticeTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
         session_.loginName = QStringLiteral("SUPERVISOR");
-        session_.stationId = QStringLiteral("FRONT1");
-        host_ = std::make_unique<host::HostGIC>(session_);
-        component::session().gic = host_.get();
+        component::session().gic = gic_.get();
         carrier_ = static_cast<int>(session_.connection->InsertWithIdentity(
             "INSERT INTO InsCoTable (InsCoNam) VALUES ('Peña Dental Mutual')"));
         modal_.On(QStringLiteral("insScreen"), [this](QDialog&) { ++shown_; });
@@ -40,13 +35,12 @@ protected:
     void TearDown() override {
         component::session().gic = nullptr;
         component::session().MainForm = nullptr;
+        orvo::test::PracticeTest::TearDown();
+    }
+    void DeclareTables(schema::Catalog& catalog) override {
+        insurance::DeclareInsuranceTables(catalog);
     }
 
-    std::unique_ptr<orvo::test::TestDatabase> database_;
-    host::HostSession session_;
-    std::unique_ptr<host::HostGIC> host_;
-    orvo::test::ScriptedPrompts prompts_;
-    orvo::test::PromptsScope scope_{prompts_};
     orvo::test::ModalDriver modal_;
     int carrier_ = 0;
     int shown_ = 0;
@@ -54,7 +48,7 @@ protected:
 
 TEST_P(StartLockTest, ALockFileThatCannotBeOpenedIsToldAndNoScreenOpens) {
     component::EditingScreenInstance screen;
-    const QString lockPath = component::RecordLockPath(*host_, "INSCOTABLE", carrier_);
+    const QString lockPath = component::RecordLockPath(*gic_, "INSCOTABLE", carrier_);
     ASSERT_TRUE(QDir().mkpath(lockPath));
 
     QString text = QString::number(carrier_);
@@ -71,7 +65,7 @@ TEST_P(StartLockTest, ALockFileThatCannotBeOpenedIsToldAndNoScreenOpens) {
     modal_.On(QStringLiteral("insScreen"), [this](QDialog&) {
         ++shown_;
         EXPECT_TRUE(
-            FileLock::IsHeldElsewhere(component::RecordLockPath(*host_, "INSCOTABLE", carrier_)));
+            FileLock::IsHeldElsewhere(component::RecordLockPath(*gic_, "INSCOTABLE", carrier_)));
     });
     screen.Ins_Company_Start(text, id);
     EXPECT_EQ(shown_, 1);
