@@ -570,6 +570,7 @@ private:
     void RewriteUpdate();
     void RewriteDelete();
     void RewriteInsertSource();
+    void RewriteBackslashStrings();
 
     bool IsTextOperandEnd(size_t i) const;
     bool IsTextOperandStart(size_t i) const;
@@ -638,7 +639,26 @@ std::optional<QString> Statement::Translate() {
     RewriteUpdate();
     RewriteDelete();
     RewriteInsertSource();
+    RewriteBackslashStrings();
     return Render(t_);
+}
+
+// The server reads a backslash in a plain string as itself or as an escape, by a setting of the
+// session that any statement may change; a string that holds one would then end elsewhere, and
+// the text is refused as more than one statement. It is sent in the escape form that every
+// setting reads alike, E'...' with the backslash doubled. A string already in that form (our own
+// output, read again) is left as it is.
+void Statement::RewriteBackslashStrings() {
+    if (engine_ != Engine::Postgres)
+        return;
+    for (size_t i = 0; i < size(); ++i) {
+        Token& t = t_[i];
+        if (t.kind != Kind::String || !t.text.startsWith(u'\'') || !t.text.contains(u'\\'))
+            continue;
+        if (i > 0 && t_[i - 1].kind == Kind::Word && Same(t_[i - 1].text, "E"_L1))
+            continue;
+        t.text = u'E' + QString(t.text).replace(u"\\"_s, u"\\\\"_s);
+    }
 }
 
 // SET NOCOUNT ON only quiets row counts on the server the suite was written for; here it has

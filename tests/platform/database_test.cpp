@@ -156,8 +156,12 @@ TEST_P(DatabaseTest, ApostrophesAndDatesRoundTrip) {
 
 // Quoted text comes back exactly as it went, whatever it holds; an empty one is a null.
 TEST_P(DatabaseTest, QuotedTextRoundTrips) {
-    const QStringList texts = {u"O'Brien's"_qs, u"back\\slash \\' and ''"_qs,
-                               u"Peña; DROP TABLE x --"_qs, u"tab\there"_qs, u"%_*?"_qs};
+    const QStringList texts = {u"O'Brien's"_qs,
+                               u"back\\slash \\' and ''"_qs,
+                               u"Peña; DROP TABLE x --"_qs,
+                               u"tab\there"_qs,
+                               u"%_*?"_qs,
+                               u"O\\'; Brien"_qs};
     for (const QString& text : texts) {
         db().Execute("INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES (" + db::QuoteText(text) +
                      ", " + db::TextOrNull(QString()) + ")");

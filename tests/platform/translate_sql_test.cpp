@@ -1,4 +1,5 @@
 #include "platform/db/translate_sql.h"
+#include "platform/db/one_statement.h"
 
 #include <gtest/gtest.h>
 #include <QLoggingCategory>
@@ -352,6 +353,16 @@ TEST(TranslateSql, OneTimeBackupBlockBecomesTwoGuardedStatements) {
     EXPECT_BOTH("IF EXISTS (SELECT 1) BEGIN SELECT 1 END",
                 "IF EXISTS (SELECT 1) BEGIN SELECT 1 END");
     EXPECT_EQ(warnings.messages().size(), 2);
+}
+
+TEST(TranslateSql, BackslashesGoToTheServerInTheEscapeForm) {
+    // Read with or without backslash escapes, the server must find one statement.
+    const QString sql = u"SELECT * FROM t WHERE a = 'x\\''; y' AND b = 'plain'"_qs;
+    const QString pg = TranslateSql(sql, Engine::Postgres);
+    EXPECT_EQ(pg, u"SELECT * FROM t WHERE a = E'x\\\\''; y' AND b = 'plain'"_qs);
+    EXPECT_TRUE(HoldsOneStatement(pg, Engine::Postgres));
+    EXPECT_EQ(TranslateSql(pg, Engine::Postgres), pg);
+    EXPECT_EQ(TranslateSql(sql, Engine::Sqlite), sql);
 }
 
 TEST(TranslateSql, TextInsideLiteralsAndQuotedNamesIsNeverRewritten) {
