@@ -210,8 +210,12 @@ bool Calendar::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
     }
-    if (watched == ui_->txtYear && event->type() == QEvent::FocusOut)
-        EndYearEntry(false);
+    // Leaving the entry keeps a year typed there; what is not a year is dropped with a beep.
+    if (watched == ui_->txtYear && event->type() == QEvent::FocusOut && ui_->txtYear->isVisible()) {
+        if (!MoveToYear(selectedDate(), ui_->txtYear->text()))
+            prompts().Beep();
+        EndYearEntry(MoveToYear(selectedDate(), ui_->txtYear->text()).has_value());
+    }
     return QDialog::eventFilter(watched, event);
 }
 
@@ -236,6 +240,12 @@ void Calendar::OperatorKey(const QString& op) {
 }
 
 void Calendar::CmdOK() {
+    // A year still being typed is part of the answer; one that is not a year stops the OK.
+    if (ui_->txtYear->isVisible()) {
+        EndYearEntry(true);
+        if (ui_->txtYear->isVisible())
+            return;
+    }
     if (!calculatorShown()) {
         Finish(CalendarDateText(selectedDate()));
         return;
