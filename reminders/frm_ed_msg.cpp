@@ -5,7 +5,6 @@
 #include <QPushButton>
 
 #include "platform/prompts.h"
-#include "reminders/editor_action.h"
 #include "reminders/frm_quick_editor.h"
 #include "reminders/merge_variables.h"
 #include "reminders/reminder_codes.h"
@@ -31,31 +30,13 @@ QString SampleName(int channel) {
 }
 
 frmEDMsg::frmEDMsg(GIC& gic, QWidget* parent)
-    : QDialog(parent), gic_(gic), ui_(std::make_unique<Ui::frmEDMsg>()) {
+    : MessageEditorDialog(gic, parent), ui_(std::make_unique<Ui::frmEDMsg>()) {
     ui_->setupUi(this);
-    qe = ui_->qe;
-    pop = ui_->pop;
-    chkAutoApply = ui_->chkAutoApply;
-    cmdOK = ui_->cmdOK;
-    cmdCancel = ui_->cmdCancel;
-
-    connect(qe, &QuickEditor::textChanged, this, [this] {
-        if (loading_)
-            return;
-        Modified = true;
-        RunEditorAction([this] { DrawSample(); });
-    });
-    connect(chkAutoApply, &QCheckBox::toggled, this, [this] {
-        if (loading_)
-            return;
-        Modified = true;
-        RunEditorAction([this] { DrawSample(); });
-    });
+    BindControls(ui_->qe, ui_->pop, ui_->chkAutoApply, ui_->cmdOK, ui_->cmdCancel, true);
     connect(cmdOK, &QPushButton::clicked, this, [this] {
         Changed = Modified;
         accept();
     });
-    connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
 }
 
 frmEDMsg::~frmEDMsg() = default;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QDialog>
 #include <memory>
 #include <optional>
 
 #include "component/public/gic.h"
 #include "platform/preview_over_picture.h"
 #include "platform/quick_editor.h"
+#include "reminders/message_editor_dialog.h"
 
 class QCheckBox;
 class QPushButton;
@@ -19,13 +19,12 @@ class frmEDMsg;
 
 // The template editor of an appointment message: the body of a confirmation or reminder for
 // text messages or e-mail, with its sample.
-class frmEDMsg : public QDialog {
+class frmEDMsg : public MessageEditorDialog {
     Q_OBJECT
 public:
     explicit frmEDMsg(GIC& gic, QWidget* parent = nullptr);
     ~frmEDMsg() override;
 
-    bool Modified = false;
     bool Changed = false;  // the body was saved with changes
     int emsRecordType = 2;
     int txtType = 1;
@@ -37,13 +36,7 @@ public:
     // Starts from a given text instead of the stored body.
     void LoadText(const QString& text);
     QString Text() const { return qe->text(); }
-    void DrawSample();
-
-    QuickEditor* qe = nullptr;
-    PreviewOverPicture* pop = nullptr;
-    QCheckBox* chkAutoApply = nullptr;
-    QPushButton* cmdOK = nullptr;
-    QPushButton* cmdCancel = nullptr;
+    void DrawSample() override;
 
     static const QString kDiscardQuestion;
 
@@ -53,9 +46,7 @@ protected:
 private:
     void SetCaptions();
 
-    GIC& gic_;
     std::unique_ptr<Ui::frmEDMsg> ui_;
-    bool loading_ = false;
 };
 
 // The sample name of a channel in this editor: "Text Message", "E-mail", "Letter", "Postcard".

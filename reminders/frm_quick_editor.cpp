@@ -9,7 +9,6 @@
 
 #include "platform/prompts.h"
 #include "reminders/default_messages.h"
-#include "reminders/editor_action.h"
 #include "reminders/merge_variables.h"
 #include "reminders/reminder_codes.h"
 #include "reminders/reminder_messages.h"
@@ -64,42 +63,26 @@ QString SamplePicture(int channel) {
 }
 
 frmQuickEditor::frmQuickEditor(GIC& gic, QWidget* parent)
-    : QDialog(parent), gic_(gic), ui_(std::make_unique<Ui::frmQuickEditor>()) {
+    : MessageEditorDialog(gic, parent), ui_(std::make_unique<Ui::frmQuickEditor>()) {
     ui_->setupUi(this);
-    qe = ui_->qe;
-    pop = ui_->pop;
-    chkAutoApply = ui_->chkAutoApply;
+    BindControls(ui_->qe, ui_->pop, ui_->chkAutoApply, ui_->cmdOK, ui_->cmdCancel, false);
     optPredefined = ui_->optPredefined;
     optCustom = ui_->optCustom;
     lstTemplates = ui_->lstTemplates;
     lblHelp = ui_->lblHelp;
-    cmdOK = ui_->cmdOK;
-    cmdCancel = ui_->cmdCancel;
 
-    connect(qe, &QuickEditor::textChanged, this, [this] {
-        if (loading_)
-            return;
-        Modified = true;
-        RunEditorAction([this] { DrawSample(); });
-    });
-    connect(qe, &QuickEditor::testRequested, this,
-            [this] { RunEditorAction([this] { TestSend(); }); });
-    connect(chkAutoApply, &QCheckBox::toggled, this, [this] {
-        if (!loading_)
-            RunEditorAction([this] { DrawSample(); });
-    });
+    connect(qe, &QuickEditor::testRequested, this, [this] { Act([this] { TestSend(); }); });
     const auto choose = [this] {
         if (loading_)
             return;
         Modified = true;
         lstTemplates->setVisible(optPredefined->isChecked());
         qe->setVisible(!optPredefined->isChecked());
-        RunEditorAction([this] { DrawSample(); });
+        Act([this] { DrawSample(); });
     };
     connect(optPredefined, &QRadioButton::toggled, this, choose);
     connect(lstTemplates, &QListWidget::currentRowChanged, this, choose);
     connect(cmdOK, &QPushButton::clicked, this, [this] { Accept(); });
-    connect(cmdCancel, &QPushButton::clicked, this, [this] { reject(); });
 }
 
 frmQuickEditor::~frmQuickEditor() = default;

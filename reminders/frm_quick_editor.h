@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QList>
 #include <QStringList>
 #include <memory>
@@ -9,6 +8,7 @@
 #include "platform/message_outbox.h"
 #include "platform/preview_over_picture.h"
 #include "platform/quick_editor.h"
+#include "reminders/message_editor_dialog.h"
 #include "reminders/template_files.h"
 
 class QCheckBox;
@@ -29,7 +29,7 @@ std::shared_ptr<MessageSender> PracticeSender(GIC& gic);
 
 // The general editor of a message body of any channel: its text, or a pre-defined template of
 // the reminder type, with a sample merged as it will look, and a test send.
-class frmQuickEditor : public QDialog {
+class frmQuickEditor : public MessageEditorDialog {
     Q_OBJECT
 public:
     explicit frmQuickEditor(GIC& gic, QWidget* parent = nullptr);
@@ -50,8 +50,7 @@ public:
     QString WpHelpText;
     bool PreviewOnly = false;
 
-    // After the dialog closes.
-    bool Modified = false;
+    // After the dialog closes (and Modified).
     bool Canceled = true;
 
     void setText(const QString& body) { body_ = body; }
@@ -59,19 +58,14 @@ public:
     QString Text() const;
 
     void Load();
-    void DrawSample();
+    void DrawSample() override;
     void TestSend();
     void setSender(std::shared_ptr<MessageSender> sender) { sender_ = std::move(sender); }
 
-    QuickEditor* qe = nullptr;
-    PreviewOverPicture* pop = nullptr;
-    QCheckBox* chkAutoApply = nullptr;
     QRadioButton* optPredefined = nullptr;
     QRadioButton* optCustom = nullptr;
     QListWidget* lstTemplates = nullptr;
     QLabel* lblHelp = nullptr;
-    QPushButton* cmdOK = nullptr;
-    QPushButton* cmdCancel = nullptr;
 
     static const QString kDiscardQuestion;
 
@@ -87,12 +81,10 @@ private:
     QString TemplateName(const TemplateEntry& entry) const;
     std::optional<QString> AskTarget(bool text, const QString& stored);
 
-    GIC& gic_;
     std::unique_ptr<Ui::frmQuickEditor> ui_;
     QString body_;
     QList<TemplateEntry> templates_;
     std::shared_ptr<MessageSender> sender_;
-    bool loading_ = false;
 };
 
 // The caption of a sample for a channel: "Sample Text Message" ... "Sample Voice Reminder".
