@@ -1,58 +1,16 @@
 #include "platform/db/one_statement.h"
 
+#include "platform/db/sql_scan.h"
+
 namespace orvo::db {
 namespace {
 
-bool IsIdentChar(QChar c) {
-    return c.isLetterOrNumber() || c == u'_' || c == u'$';
-}
+using scan::IsIdentPart;
 
-// End (one past) of a quoted run opened at `from`; a doubled `close` stands for one, and with
-// `backslash` a backslash takes the next character as it is. The end of the text when it never
-// closes: the engine refuses it, and there is nothing after it either way.
-qsizetype EndOfQuoted(QStringView s, qsizetype from, QChar close, bool backslash) {
-    for (qsizetype i = from + 1; i < s.size(); ++i) {
-        if (backslash && s[i] == u'\\') {
-            ++i;
-        } else if (s[i] == close) {
-            if (i + 1 < s.size() && s[i + 1] == close) {
-                ++i;
-                continue;
-            }
-            return i + 1;
-        }
-    }
-    return s.size();
-}
-
-// The server's $tag$ ... $tag$; -1 when no dollar quote opens at `from`.
-qsizetype EndOfDollarQuote(QStringView s, qsizetype from) {
-    if (from > 0 && IsIdentChar(s[from - 1]))
-        return -1;
-    qsizetype j = from + 1;
-    while (j < s.size() && (s[j].isLetterOrNumber() || s[j] == u'_'))
-        ++j;
-    if (j >= s.size() || s[j] != u'$' || (j > from + 1 && s[from + 1].isDigit()))
-        return -1;
-    const QStringView tag = s.mid(from, j - from + 1);
-    const qsizetype close = s.indexOf(tag, j + 1);
-    return close < 0 ? s.size() : close + tag.size();
-}
-
-// End of a block comment opened at `from`; the server's nest.
-qsizetype EndOfBlockComment(QStringView s, qsizetype from, bool nested) {
-    int depth = 0;
-    for (qsizetype i = from; i + 1 < s.size(); ++i) {
-        if (nested && s[i] == u'/' && s[i + 1] == u'*') {
-            ++depth;
-            ++i;
-        } else if (s[i] == u'*' && s[i + 1] == u'/') {
-            ++i;
-            if (--depth == 0 || !nested)
-                return i + 1;
-        }
-    }
-    return s.size();
+// The end of a piece the engine reads as one; a piece that never closes runs to the end of the
+// text: the engine refuses it, and there is nothing after it either way.
+qsizetype OrEnd(QStringView s, qsizetype end) {
+    return end < 0 ? s.size() : end;
 }
 
 bool OneStatement(QStringView s, Engine engine, bool backslashInStrings) {
@@ -71,7 +29,7 @@ bool OneStatement(QStringView s, Engine engine, bool backslashInStrings) {
             continue;
         }
         if (c == u'/' && d == u'*') {
-            i = EndOfBlockComment(s, i, pg);
+            i = OrEnd(s, scan::EndOfBlockComment(s, i, pg));
             continue;
         }
         if (c == u';') {
@@ -84,19 +42,20 @@ bool OneStatement(QStringView s, Engine engine, bool backslashInStrings) {
         if (c == u'\'') {
             const bool escapes =
                 pg && (backslashInStrings || (i > 0 && (s[i - 1] == u'E' || s[i - 1] == u'e') &&
-                                              (i < 2 || !IsIdentChar(s[i - 2]))));
-            i = EndOfQuoted(s, i, u'\'', escapes);
+                                              (i < 2 || !IsIdentPart(s[i - 2]))));
+            i = OrEnd(s, scan::EndOfQuoted(s, i, u'\'', escapes));
         } else if (c == u'"') {
-            i = EndOfQuoted(s, i, u'"', false);
+            i = OrEnd(s, scan::EndOfQuoted(s, i, u'"'));
         } else if (!pg && c == u'[') {
             const qsizetype close = s.indexOf(u']', i + 1);
             i = close < 0 ? s.size() : close + 1;
         } else if (!pg && c == u'`') {
-            i = EndOfQuoted(s, i, u'`', false);
-        } else if (pg && c == u'$' && EndOfDollarQuote(s, i) > 0) {
-            i = EndOfDollarQuote(s, i);
-        } else if (IsIdentChar(c)) {
-            while (i < s.size() && IsIdentChar(s[i]))
+            i = OrEnd(s, scan::EndOfQuoted(s, i, u'`'));
+        } else if (pg && c == u'$' && !(i > 0 && IsIdentPart(s[i - 1])) &&
+                   !scan::DollarTag(s, i).isEmpty()) {
+            i = OrEnd(s, scan::EndOfDollarQuote(s, i, scan::DollarTag(s, i)));
+        } else if (IsIdentPart(c)) {
+            while (i < s.size() && IsIdentPart(s[i]))
                 ++i;
         } else {
             ++i;

@@ -1,5 +1,6 @@
 #include "platform/db/translate_sql.h"
 #include "platform/db/db_log.h"
+#include "platform/db/sql_scan.h"
 
 #include <QDate>
 #include <QLoggingCategory>
@@ -67,27 +68,8 @@ struct Lexed {
     QString problem;  // empty when the text could be read
 };
 
-bool IsIdentStart(QChar c) {
-    return c.isLetter() || c == u'_';
-}
-bool IsIdentPart(QChar c) {
-    return c.isLetterOrNumber() || c == u'_' || c == u'$';
-}
-
-// End (one past) of a run opened at `from` and closed by `close`, where a doubled `close` stands
-// for one; -1 when it never closes.
-qsizetype EndOfQuoted(QStringView s, qsizetype from, QChar close) {
-    for (qsizetype i = from + 1; i < s.size(); ++i) {
-        if (s[i] != close)
-            continue;
-        if (i + 1 < s.size() && s[i + 1] == close) {
-            ++i;
-            continue;
-        }
-        return i + 1;
-    }
-    return -1;
-}
+using scan::IsIdentPart;
+using scan::IsIdentStart;
 
 // The text of an Access date literal (what stands between the number signs) as ISO text:
 // "YYYY-MM-DD", or "YYYY-MM-DD HH:MM:SS" when it holds a time.
@@ -141,18 +123,6 @@ qsizetype EndOfDate(QStringView s, qsizetype from) {
     return IsoDate(s.mid(from + 1, close - from - 1)) ? close + 1 : -1;
 }
 
-// $tag$ ... $tag$ (a function body on the server engine) is one opaque string.
-qsizetype EndOfDollarQuote(QStringView s, qsizetype from) {
-    qsizetype j = from + 1;
-    while (j < s.size() && (s[j].isLetterOrNumber() || s[j] == u'_'))
-        ++j;
-    if (j >= s.size() || s[j] != u'$' || (j > from + 1 && s[from + 1].isDigit()))
-        return -1;
-    const QStringView tag = s.mid(from, j - from + 1);
-    const qsizetype close = s.indexOf(tag, j + 1);
-    return close < 0 ? -1 : close + tag.size();
-}
-
 Lexed Lex(QStringView s) {
     Lexed out;
     Tokens& tokens = out.tokens;
@@ -179,22 +149,22 @@ Lexed Lex(QStringView s) {
             j = s.indexOf(u'\n', i);
             push(Kind::Comment, j < 0 ? n : j);
         } else if (c == u'/' && d == u'*') {
-            j = s.indexOf(QStringLiteral("*/"), i + 2);
+            j = scan::EndOfBlockComment(s, i, false);
             if (j < 0)
                 return fail("unterminated comment");
-            push(Kind::Comment, j + 2);
+            push(Kind::Comment, j);
         } else if (c == u'\'') {
-            j = EndOfQuoted(s, i, u'\'');
+            j = scan::EndOfQuoted(s, i, u'\'');
             if (j < 0)
                 return fail("unterminated string");
             push(Kind::String, j);
         } else if (c == u'"') {
-            j = EndOfQuoted(s, i, u'"');
+            j = scan::EndOfQuoted(s, i, u'"');
             if (j < 0)
                 return fail("unterminated quoted name");
             push(Kind::QuotedName, j);
         } else if (c == u'[') {
-            j = EndOfQuoted(s, i, u']');
+            j = scan::EndOfQuoted(s, i, u']');
             if (j < 0)
                 return fail("unterminated bracket");
             push(Kind::Bracketed, j);
@@ -233,7 +203,9 @@ Lexed Lex(QStringView s) {
             while (j < n && s[j].isDigit())
                 ++j;
             push(Kind::Variable, j);
-        } else if (c == u'$' && (j = EndOfDollarQuote(s, i)) > 0) {
+        } else if (c == u'$' && !scan::DollarTag(s, i).isEmpty() &&
+                   (j = scan::EndOfDollarQuote(s, i, scan::DollarTag(s, i))) > 0) {
+            // $tag$ ... $tag$, a function body on the server engine, is one opaque string.
             push(Kind::String, j);
         } else {
             if (i + 1 < n && AnyOf(s.mid(i, 2), "<> <= >= != || :: =="_L1)) {
