@@ -193,9 +193,18 @@ bool IsStopKey(const QString& key) {
     return key.startsWith(QLatin1String("STOP"));
 }
 
-QString ZipSearchStatement(GIC& gic, ZipMode mode, const QString& key, int rows) {
+namespace {
+
+// The search with a mark for the typed key: translated once per connection, not per keystroke.
+QString ZipSearchShape(ZipMode mode, int rows) {
     return "Select Top " + QString::number(rows) + " * from ZipCodTable where " + Column(mode) +
-           ">=" + gic.SqlQuoteText(key) + " order by " + Order(mode) + ";";
+           ">=? order by " + Order(mode) + ";";
+}
+
+}  // namespace
+
+QString ZipSearchStatement(GIC& gic, ZipMode mode, const QString& key, int rows) {
+    return ZipSearchShape(mode, rows).replace(QLatin1Char('?'), gic.SqlQuoteText(key));
 }
 
 ZipSearchResult SearchZip(GIC& gic, ZipMode mode, const QString& key, int rows) {
@@ -204,7 +213,7 @@ ZipSearchResult SearchZip(GIC& gic, ZipMode mode, const QString& key, int rows) 
         result.stopped = true;
         return result;
     }
-    db::Recordset rs(gic.GetConnection(), ZipSearchStatement(gic, mode, key, rows));
+    db::Recordset rs(gic.GetConnection(), ZipSearchShape(mode, rows), {gic.SqlQuoteText(key)});
     const ZipColumns columns(rs);
     result.rows.reserve(rows);
     for (; !rs.Eof(); rs.MoveNext())

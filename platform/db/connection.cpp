@@ -117,6 +117,33 @@ QString Connection::Translate(const QString& sql) const {
     return TranslateSql(sql, engine());
 }
 
+QString Connection::Compose(const QString& shape, const QStringList& literals) const {
+    auto it = shapes_.constFind(shape);
+    if (it == shapes_.constEnd()) {
+        // Shapes are written in the code, so the cache stays small; a caller that made shapes
+        // of values would only fill it, and it starts again.
+        if (shapes_.size() >= 256)
+            shapes_.clear();
+        it = shapes_.insert(shape, SplitAtPlaceholders(Translate(shape)));
+    }
+    const QStringList& pieces = *it;
+    if (pieces.size() != literals.size() + 1) {
+        throw DatabaseError(QStringLiteral("The statement has %1 places for values, not %2.")
+                                .arg(pieces.size() - 1)
+                                .arg(literals.size()),
+                            shape);
+    }
+    QString statement = pieces.front();
+    for (qsizetype i = 0; i < literals.size(); ++i) {
+        // A backslash in a string is written in the form every session setting reads alike,
+        // as the translation writes it.
+        const QString& literal = literals[i];
+        statement +=
+            (literal.contains(QLatin1Char('\\')) ? Translate(literal) : literal) + pieces[i + 1];
+    }
+    return statement;
+}
+
 void Connection::RequireOneStatement(const QString& statement) const {
     if (HoldsOneStatement(statement, engine()))
         return;

@@ -38,6 +38,12 @@ public:
 
     // The statement as this connection sends it.
     QString Translate(const QString& sql) const;
+    // A statement of a shape run again and again with other values (a search as typed): the
+    // shape, with a '?' for each value, is translated once on this connection; the values,
+    // written as SQL literals (QuoteText), go in place of the marks. The translation never
+    // looks into them, so a value it would rewrite (a LIKE pattern, a date) belongs in the
+    // shape. A count of values other than the marks' throws DatabaseError.
+    QString Compose(const QString& shape, const QStringList& literals) const;
 
     // Runs one statement that returns no rows; answers the number of rows it changed. A text of
     // several statements is refused (a DatabaseError, nothing run); the server's SET NOCOUNT ON
@@ -94,6 +100,8 @@ private:
     QHash<QString, ProcedureDefinition> procedures_;  // by lower-case name, embedded engine
     bool inTransaction_ = false;
     StatementHook hook_;
+    // Shapes translated, cut at their marks; a few dozen at the most in a session.
+    mutable QHash<QString, QStringList> shapes_;
 };
 
 // Keeps a transaction open for its scope; rolls back unless Commit() was called. Opened while

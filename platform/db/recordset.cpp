@@ -6,7 +6,13 @@
 namespace orvo::db {
 
 Recordset::Recordset(Connection& connection, const QString& sql)
-    : statement_(connection.Translate(sql)), query_(connection.database()) {
+    : Recordset(connection, connection.Translate(sql), Translated{}) {}
+
+Recordset::Recordset(Connection& connection, const QString& shape, const QStringList& literals)
+    : Recordset(connection, connection.Compose(shape, literals), Translated{}) {}
+
+Recordset::Recordset(Connection& connection, QString statement, Translated)
+    : statement_(std::move(statement)), query_(connection.database()) {
     query_.setForwardOnly(true);
     connection.Send(query_, statement_);
     const QSqlRecord record = query_.record();

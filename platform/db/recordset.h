@@ -16,6 +16,8 @@ namespace orvo::db {
 class Recordset {
 public:
     Recordset(Connection& connection, const QString& sql);
+    // A read of a statement shape with its values as SQL literals (Connection::Compose).
+    Recordset(Connection& connection, const QString& shape, const QStringList& literals);
 
     // True when there is no row at all (the suite's "both BOF and EOF").
     bool IsEmpty() const { return empty_; }
@@ -38,6 +40,8 @@ public:
     qint64 Long(const QString& name) const;
 
 private:
+    struct Translated {};
+    Recordset(Connection& connection, QString statement, Translated);
     int RequireIndex(const QString& name) const;
 
     QString statement_;

@@ -1518,6 +1518,22 @@ QString TranslateSql(const QString& sql, Engine engine) {
     return out;
 }
 
+QStringList SplitAtPlaceholders(const QString& sql) {
+    QStringList pieces{QString()};
+    const Lexed lexed = Lex(sql);
+    if (!lexed.problem.isEmpty()) {
+        pieces.front() = sql;
+        return pieces;
+    }
+    for (const Token& t : lexed.tokens) {
+        if (t.kind == Kind::Punct && t.text == u'?')
+            pieces << QString();
+        else
+            pieces.back() += t.text;
+    }
+    return pieces;
+}
+
 QStringList SplitSqlStatements(const QString& sql) {
     const std::optional<Tokens> tokens = Read(sql, "cannot split");
     if (!tokens)

@@ -13,6 +13,11 @@ namespace orvo::db {
 // unbalanced bracket) is returned as it came and logged under orvo.sql.
 QString TranslateSql(const QString& sql, Engine engine);
 
+// The statement cut at each '?' mark that stands outside strings, quoted names and comments:
+// one piece more than there are marks. A shape such as "... WHERE ZipCodCit>=?" is translated
+// once, and a value goes in between the pieces each time it runs.
+QStringList SplitAtPlaceholders(const QString& sql);
+
 // Cuts a batch into its statements at top-level semicolons (not inside strings, brackets or
 // quoted names). Empty statements are dropped; each piece is trimmed.
 QStringList SplitSqlStatements(const QString& sql);

@@ -57,6 +57,29 @@ TEST_P(DatabaseTest, RecordsetReadsByNameInAnyCaseAndNullsAsEmpty) {
     EXPECT_THROW(rs.Value(0), db::DatabaseError);
 }
 
+// A shape is translated once; its values go in as written, quotes and marks of their own
+// included, and nothing in them is read as SQL.
+TEST_P(DatabaseTest, ShapesTakeTheirValuesAsLiteralsOnly) {
+    db().Execute(
+        "INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('O''Brien ? Dental', 'Peña')");
+    db().Execute("INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('Delta', 'Zürich')");
+    const QString shape =
+        "SELECT Top 5 InsCoNam FROM [InsCoTable] WHERE InsCoNam>=? AND "
+        "InsCoCit<>'?' /* ? */ ORDER BY InsCoNam";
+    db().Execute(R"(INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('Back\'' Co', 'x'))");
+    const std::pair<QString, QString> found[] = {
+        {"o'brien ?", "O'Brien ? Dental"}, {"DELTA", "Delta"}, {R"(back\')", R"(Back\' Co)"}};
+    for (const auto& [key, name] : found) {
+        db::Recordset rs(db(), shape, {db::QuoteText(key)});
+        ASSERT_FALSE(rs.IsEmpty()) << key.toStdString();
+        EXPECT_EQ(rs.Text(0), name);
+    }
+    EXPECT_EQ(db().Compose(shape, {"'x'"}),
+              db().Translate(QString(shape).replace(QStringLiteral(">=?"), ">='x'")));
+    EXPECT_THROW(db::Recordset(db(), shape, QStringList()), db::DatabaseError);
+    EXPECT_THROW(db::Recordset(db(), shape, QStringList{"1", "2"}), db::DatabaseError);
+}
+
 TEST_P(DatabaseTest, EmptyResultIsEmptyAndEof) {
     db::Recordset rs(db(), "SELECT * FROM InsCoTable WHERE InsCoInd=-1");
     EXPECT_TRUE(rs.IsEmpty());
