@@ -391,7 +391,11 @@ void FuzzNames(qint64 count, quint32 seed, Findings& findings) {
                 findings.Report("name part not from the text", input,
                                 "last: " + last + " first: " + first);
         }
+        // The searches made of the names go through the translator, the slow part of a run:
+        // one input in eight is enough to keep its rules under fire.
         for (const bool allowID : {true, false}) {
+            if (n % 8 != 0)
+                break;
             const QString sql = "Select * from Patable where " +
                                 orvo::people::PersonNameCriteria(gic, input, allowID) +
                                 " order by pLasNam, pFirNam";
