@@ -6,6 +6,7 @@
 #include "host/host_gic.h"
 #include "host/host_persons.h"
 #include "host/host_tables.h"
+#include "host/insurance_demo_data.h"
 #include "host/login.h"
 #include "host/person_demo_data.h"
 #include "host/reminder_demo_data.h"
@@ -165,6 +166,7 @@ bool SeedDemoPractice(HostSession& session) {
 
     // Employer-plan links for the first carriers, each with a few subscribers and their
     // covered family members; the other carriers have no patients.
+    SeedDemoEmployersAndPlans(c, carrierIds);
     qint64 person = 1000;
     QList<int> subscribers;
     for (int k = 0; k < 4; ++k) {
@@ -206,6 +208,7 @@ bool SeedDemoPractice(HostSession& session) {
                QStringLiteral("LINK-EMP-INS"));
     SeedDemoPersons(c, subscribers);
     SeedDemoCoverageChains(c, subscribers);
+    LinkDemoPersonsToEmployers(c);
     if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM ZipCodTable")).toInt() == 0)
         InsertDemoZipCodes(c);
     c.Execute(QStringLiteral("INSERT INTO %1 (SetSec, SetKey, SetSco, SetVal, SetValTyp) VALUES "

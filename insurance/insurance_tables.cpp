@@ -10,6 +10,10 @@ using schema::Identity;
 using schema::Long;
 using schema::Text;
 
+Column Short(const QString& name) {
+    return {name, schema::ColumnType::Short};
+}
+
 // The carrier and the pharmacy share one layout of name, address, phones and remarks.
 QList<Column> AddressBook(const QString& prefix) {
     return {Text(prefix + "Nam", 50),  Text(prefix + "Add1", 50), Text(prefix + "Add2", 50),
@@ -65,6 +69,43 @@ void DeclareInsuranceTables(schema::Catalog& catalog) {
                   Date(QStringLiteral("CovEndDat")), Text(QStringLiteral("CovEndWho"), 25),
                   Flag(QStringLiteral("CovFla")), Text(QStringLiteral("CovInsCoPatID"), 30)},
                  {{QStringLiteral("CovPatID")}, {QStringLiteral("CovSubPatEmpID")}}});
+
+    // The employer, with the facility ids a claim may give for it.
+    schema::Table employers{QStringLiteral("EmpTable"), {Identity(QStringLiteral("EmpInd"))}, {}};
+    employers.columns << Text(QStringLiteral("EmpNam"), 50) << Text(QStringLiteral("EmpAdd1"), 50)
+                      << Text(QStringLiteral("EmpAdd2"), 50) << Text(QStringLiteral("EmpCIT"), 30)
+                      << Text(QStringLiteral("EmpSTA"), 2) << Text(QStringLiteral("EmpZIP"), 10)
+                      << Text(QStringLiteral("EmpTEL"), 20) << Text(QStringLiteral("EmpTEL2"), 20)
+                      << Text(QStringLiteral("EmpFax"), 20) << Text(QStringLiteral("EmpRem1"), 60)
+                      << Text(QStringLiteral("EmpRem2"), 60) << Text(QStringLiteral("EmpNPI"), 10)
+                      << Text(QStringLiteral("EmpFacEin"), 15);
+    employers.indexes << QStringList{QStringLiteral("EmpNam")};
+    catalog.Add(employers);
+
+    // A group plan of one carrier: its yearly amounts, claim form and payment, and how its
+    // benefits are figured.
+    schema::Table plans{QStringLiteral("GroPlaTable"), {Identity(QStringLiteral("GroPlaInd"))}, {}};
+    plans.columns << Long(QStringLiteral("GroPlaInsID")) << Text(QStringLiteral("GroPlaGroNum"), 30)
+                  << Text(QStringLiteral("GroPlaNam"), 50)
+                  << Text(QStringLiteral("GroPlaEffDat"), 5)
+                  << schema::Currency(QStringLiteral("GroPlaMax1"))
+                  << schema::Currency(QStringLiteral("GroPlaDed1"))
+                  << schema::Currency(QStringLiteral("GroPlaMax2"))
+                  << schema::Currency(QStringLiteral("GroPlaDed2"))
+                  << Short(QStringLiteral("GroPlaForTyp")) << Short(QStringLiteral("GroPlaPayTyp"))
+                  << Text(QStringLiteral("GroPlaPreAutReq"), 1)
+                  << Short(QStringLiteral("GroPlaChiCovTil"))
+                  << Short(QStringLiteral("GroPlaStuCovTil"))
+                  << schema::Currency(QStringLiteral("GroPlaMax3"))
+                  << schema::Currency(QStringLiteral("GroPlaMax4"))
+                  << Text(QStringLiteral("GroPlaRem1"), 60)
+                  << Text(QStringLiteral("GroPlaRem2"), 60) << Text(QStringLiteral("GroPlaCat"), 20)
+                  << Flag(QStringLiteral("GroPlaDedPct")) << Flag(QStringLiteral("GroPlaAppDedLas"))
+                  << Flag(QStringLiteral("GroPlaUseOffFee"))
+                  << Short(QStringLiteral("GroPlaSubOffFee")) << Short(QStringLiteral("GroPlaCOB"));
+    plans.indexes << QStringList{QStringLiteral("GroPlaInsID")}
+                  << QStringList{QStringLiteral("GroPlaGroNum"), QStringLiteral("GroPlaNam")};
+    catalog.Add(plans);
 }
 
 }  // namespace orvo::insurance

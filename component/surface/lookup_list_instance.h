@@ -1,14 +1,26 @@
 #pragma once
 
+#include <QPointer>
+#include <memory>
+
 #include "component/public/lookup_list.h"
 #include "component/surface/instance_properties.h"
+#include "lists/list_owner.h"
+
+namespace orvo::lists {
+class frmTGList;
+}
 
 namespace orvo::component {
 
 // The component's LookUpList: the list properties the host sets, and the list session that
 // ShowList runs over them.
-class LookUpListInstance final : public CommonProperties<LookUpList> {
+class LookUpListInstance final : public CommonProperties<LookUpList>, private lists::ListOwner {
 public:
+    LookUpListInstance();
+    // Drops the persistent list window.
+    ~LookUpListInstance() override;
+
     LookUpListTypes ListType() const override { return listType_; }
     void SetListType(LookUpListTypes value) override { listType_ = value; }
     bool Skip_List_IF_New() const override { return skipListIfNew_; }
@@ -55,7 +67,14 @@ public:
         relay_.SetSink(sink);
     }
 
+    // The window of the list session in progress, or the persistent one; null when none.
+    lists::frmTGList* Window() const;
+
 private:
+    LookUpListEvents& Events() override { return sink_ ? *sink_ : noEvents_; }
+    std::unique_ptr<EditingScreen> NewEditingScreen(QWidget* owner) override;
+    void RunShowList();
+
     LookUpListTypes listType_ = lulProvider;
     bool skipListIfNew_ = false;
     short showMode_ = 0;
@@ -76,7 +95,11 @@ private:
     bool allowDelete_ = false;
 
     LookUpListEvents* sink_ = nullptr;
+    LookUpListEvents noEvents_;
     PrintEventsRelay relay_;
+    // The window that stays between ShowList calls of mode 0, and the one of the call running.
+    QPointer<lists::frmTGList> persistent_;
+    QPointer<lists::frmTGList> window_;
 };
 
 }  // namespace orvo::component

@@ -1,0 +1,603 @@
+#include "lists/list_table_model.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <string_view>
+
+#include "platform/db/recordset.h"
+
+namespace orvo::lists {
+namespace {
+
+// Folds of the first 256 characters, as QChar folds them; the rest fold cell by cell.
+const std::array<char16_t, 256>& Latin1Folds() {
+    static const std::array<char16_t, 256> folds = [] {
+        std::array<char16_t, 256> table{};
+        for (char32_t c = 0; c < 256; ++c)
+            table[c] = static_cast<char16_t>(QChar::toCaseFolded(c));
+        return table;
+    }();
+    return folds;
+}
+
+bool IsNumber(const QVariant& value) {
+    switch (value.metaType().id()) {
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong:
+        case QMetaType::Short:
+        case QMetaType::UShort:
+        case QMetaType::Double:
+        case QMetaType::Float:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// A filter's text in the form of the pool it is matched against.
+struct Needle {
+    bool impossible = false;  // holds a character the pool cannot hold
+    std::string latin1;
+    std::u16string utf16;
+};
+
+Needle NeedleFor(const TextPool& pool, const QString& folded) {
+    Needle needle;
+    if (pool.wide()) {
+        needle.utf16.assign(reinterpret_cast<const char16_t*>(folded.utf16()), folded.size());
+        return needle;
+    }
+    needle.latin1.reserve(folded.size());
+    for (const QChar c : folded) {
+        if (c.unicode() > 0xff) {
+            needle.impossible = true;
+            break;
+        }
+        needle.latin1.push_back(static_cast<char>(c.unicode()));
+    }
+    return needle;
+}
+
+template <class Char>
+int CompareSpans(const Char* a, size_t na, const Char* b, size_t nb) {
+    using Unsigned = std::make_unsigned_t<Char>;
+    const size_t n = std::min(na, nb);
+    for (size_t i = 0; i < n; ++i) {
+        const auto ca = static_cast<Unsigned>(a[i]);
+        const auto cb = static_cast<Unsigned>(b[i]);
+        if (ca != cb)
+            return ca < cb ? -1 : 1;
+    }
+    return na == nb ? 0 : (na < nb ? -1 : 1);
+}
+
+}  // namespace
+
+QString FoldForList(const QString& text) {
+    return text.toCaseFolded();
+}
+
+// ---- TextPool ------------------------------------------------------------------------------
+
+void TextPool::Append(const QChar* text, qsizetype length) {
+    if (!wide_) {
+        bool narrow = true;
+        for (qsizetype i = 0; i < length; ++i)
+            narrow &= text[i].unicode() <= 0xff;
+        if (narrow) {
+            const size_t at = latin1_.size();
+            latin1_.resize(at + length);
+            for (qsizetype i = 0; i < length; ++i)
+                latin1_[at + i] = static_cast<char>(text[i].unicode());
+            return;
+        }
+        Widen();
+    }
+    const auto* chars = reinterpret_cast<const char16_t*>(text);
+    utf16_.insert(utf16_.end(), chars, chars + length);
+}
+
+void TextPool::Replace(uint32_t begin, uint32_t end, const QChar* text, qsizetype length) {
+    // The tail moves out and comes back after the new text, which may widen the pool.
+    const QString tail = Text(end, static_cast<uint32_t>(size()));
+    if (wide_) {
+        utf16_.resize(begin);
+    } else {
+        latin1_.resize(begin);
+    }
+    Append(text, length);
+    Append(tail.constData(), tail.size());
+}
+
+void TextPool::Widen() {
+    utf16_.reserve(latin1_.capacity());
+    for (const char c : latin1_)
+        utf16_.push_back(static_cast<unsigned char>(c));
+    std::vector<char>().swap(latin1_);
+    wide_ = true;
+}
+
+QString TextPool::Text(uint32_t begin, uint32_t end) const {
+    if (end <= begin)
+        return QString();
+    if (wide_) {
+        return QString(reinterpret_cast<const QChar*>(utf16_.data() + begin),
+                       static_cast<qsizetype>(end - begin));
+    }
+    return QString::fromLatin1(latin1_.data() + begin, static_cast<qsizetype>(end - begin));
+}
+
+void TextPool::Squeeze() {
+    latin1_.shrink_to_fit();
+    utf16_.shrink_to_fit();
+}
+
+// ---- ListTableModel ------------------------------------------------------------------------
+
+ListTableModel::ListTableModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+void ListTableModel::StartColumns(const QStringList& captions) {
+    columns_.clear();
+    columns_.resize(captions.size());
+    for (qsizetype i = 0; i < captions.size(); ++i) {
+        columns_[i].caption = captions[i];
+        columns_[i].numeric = true;  // until a value says otherwise
+    }
+    nulls_.clear();
+    records_ = 0;
+    order_.clear();
+    shown_.clear();
+    sortKeys_.clear();
+    filters_ = QStringList(captions.size(), QString());
+    foldedFilters_ = filters_;
+}
+
+void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
+    const size_t col = &column - columns_.data();
+    if (value.isNull()) {
+        const size_t bit = static_cast<size_t>(records_) * columns_.size() + col;
+        if (nulls_.size() <= bit / 8)
+            nulls_.resize(bit / 8 + 1, 0);
+        nulls_[bit / 8] |= static_cast<uint8_t>(1u << (bit % 8));
+        column.offsets.push_back(column.offsets.back());
+        if (column.numeric)
+            column.numbers.push_back(-std::numeric_limits<double>::infinity());
+        return;
+    }
+    if (column.numeric) {
+        if (IsNumber(value)) {
+            column.numbers.push_back(value.toDouble());
+        } else {
+            column.numeric = false;
+            std::vector<double>().swap(column.numbers);
+        }
+    }
+    const QString text = value.toString();
+    const QChar* chars = text.constData();
+    const qsizetype length = text.size();
+    column.text.Append(chars, length);
+    column.offsets.push_back(static_cast<uint32_t>(column.text.size()));
+
+    // Fold: the first 256 characters through the table, a cell with any other through Qt.
+    static thread_local std::vector<QChar> scratch;
+    scratch.resize(length);
+    const auto& folds = Latin1Folds();
+    bool simple = true;
+    bool same = true;
+    for (qsizetype i = 0; i < length; ++i) {
+        const char16_t c = chars[i].unicode();
+        if (c > 0xff) {
+            simple = false;
+            break;
+        }
+        scratch[i] = QChar(folds[c]);
+        same &= folds[c] == c;
+    }
+    QString wideFold;
+    const QChar* folded = scratch.data();
+    if (!simple) {
+        wideFold = text.toCaseFolded();
+        folded = wideFold.constData();
+        same = wideFold == text;
+    }
+    if (column.foldsToItself && same)
+        return;
+    if (column.foldsToItself) {
+        // Every earlier cell folded to itself: its folded text is its text.
+        column.foldsToItself = false;
+        const uint32_t before = column.offsets[column.offsets.size() - 2];
+        if (column.text.wide()) {
+            column.folded.Append(reinterpret_cast<const QChar*>(column.text.utf16()), before);
+        } else {
+            for (uint32_t i = 0; i < before; ++i) {
+                const QChar c(static_cast<unsigned char>(column.text.latin1()[i]));
+                column.folded.Append(&c, 1);
+            }
+        }
+    }
+    column.folded.Append(folded, length);
+}
+
+void ListTableModel::FinishColumns() {
+    for (ListColumn& column : columns_) {
+        if (records_ == 0)
+            column.numeric = false;
+        column.text.Squeeze();
+        column.folded.Squeeze();
+        column.offsets.shrink_to_fit();
+        column.numbers.shrink_to_fit();
+    }
+    nulls_.resize((static_cast<size_t>(records_) * columns_.size() + 7) / 8, 0);
+    nulls_.shrink_to_fit();
+    order_.resize(records_);
+    for (uint32_t i = 0; i < records_; ++i)
+        order_[i] = i;
+    shown_ = order_;
+}
+
+void ListTableModel::Load(db::Recordset& rs, const QStringList& captions) {
+    beginResetModel();
+    StartColumns(captions);
+    const int fields = std::min<int>(rs.FieldCount(), static_cast<int>(columns_.size()));
+    for (; !rs.Eof(); rs.MoveNext()) {
+        for (int c = 0; c < fields; ++c)
+            AppendValue(columns_[c], rs.Value(c));
+        for (size_t c = fields; c < columns_.size(); ++c)
+            AppendValue(columns_[c], QVariant());
+        ++records_;
+    }
+    FinishColumns();
+    endResetModel();
+}
+
+void ListTableModel::LoadRows(const QStringList& captions, const QList<QStringList>& rows) {
+    beginResetModel();
+    StartColumns(captions);
+    for (const QStringList& row : rows) {
+        for (size_t c = 0; c < columns_.size(); ++c) {
+            const QString value = row.value(static_cast<qsizetype>(c));
+            AppendValue(columns_[c], value.isNull() ? QVariant() : QVariant(value));
+        }
+        ++records_;
+    }
+    FinishColumns();
+    endResetModel();
+}
+
+void ListTableModel::Clear() {
+    LoadRows(Captions(), {});
+}
+
+int ListTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(shown_.size());
+}
+
+int ListTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant ListTableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.row() >= ShownRows() || index.column() >= columnCount())
+        return QVariant();
+    if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
+        return RecordText(static_cast<int>(shown_[index.row()]), index.column());
+    if (role == Qt::TextAlignmentRole && columns_[index.column()].numeric)
+        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    return QVariant();
+}
+
+QVariant ListTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole)
+        return QVariant();
+    if (orientation == Qt::Vertical)
+        return section + 1;
+    if (section < 0 || section >= columnCount())
+        return QVariant();
+    return columns_[section].caption;
+}
+
+Qt::ItemFlags ListTableModel::flags(const QModelIndex& index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+}
+
+void ListTableModel::sort(int column, Qt::SortOrder order) {
+    if (column < 0 || column >= columnCount())
+        return;
+    SortBy({SortKey{column, order}});
+}
+
+int ListTableModel::ColumnOf(const QString& caption) const {
+    for (size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].caption.compare(caption, Qt::CaseInsensitive) == 0)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+QString ListTableModel::Caption(int column) const {
+    return column >= 0 && column < columnCount() ? columns_[column].caption : QString();
+}
+
+QStringList ListTableModel::Captions() const {
+    QStringList captions;
+    for (const ListColumn& column : columns_)
+        captions << column.caption;
+    return captions;
+}
+
+int ListTableModel::Compare(uint32_t a, uint32_t b) const {
+    for (const SortKey& key : sortKeys_) {
+        const ListColumn& column = columns_[key.column];
+        int result = 0;
+        if (column.numeric) {
+            const double x = column.numbers[a];
+            const double y = column.numbers[b];
+            result = x < y ? -1 : (x > y ? 1 : 0);
+        } else {
+            const TextPool& pool = column.foldsToItself ? column.text : column.folded;
+            const uint32_t a0 = column.offsets[a], a1 = column.offsets[a + 1];
+            const uint32_t b0 = column.offsets[b], b1 = column.offsets[b + 1];
+            result = pool.wide()
+                         ? CompareSpans(pool.utf16() + a0, a1 - a0, pool.utf16() + b0, b1 - b0)
+                         : CompareSpans(pool.latin1() + a0, a1 - a0, pool.latin1() + b0, b1 - b0);
+        }
+        if (result != 0)
+            return key.order == Qt::AscendingOrder ? result : -result;
+    }
+    return a < b ? -1 : (a > b ? 1 : 0);
+}
+
+void ListTableModel::ApplySort() {
+    std::sort(order_.begin(), order_.end(),
+              [this](uint32_t a, uint32_t b) { return Compare(a, b) < 0; });
+}
+
+void ListTableModel::SortBy(const QList<SortKey>& keys) {
+    QList<SortKey> valid;
+    for (const SortKey& key : keys) {
+        if (key.column >= 0 && key.column < columnCount())
+            valid << key;
+    }
+    emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    const QModelIndexList before = persistentIndexList();
+    std::vector<int> records;
+    records.reserve(before.size());
+    for (const QModelIndex& index : before)
+        records.push_back(index.row() < ShownRows() ? RecordOfRow(index.row()) : -1);
+    sortKeys_ = valid;
+    if (sortKeys_.isEmpty()) {
+        std::sort(order_.begin(), order_.end());
+    } else {
+        ApplySort();
+    }
+    Refilter(false);
+    // The view's current row and selection follow their records to where they now stand.
+    std::vector<int> rowOf(records_, -1);
+    for (size_t row = 0; row < shown_.size(); ++row)
+        rowOf[shown_[row]] = static_cast<int>(row);
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (size_t i = 0; i < records.size(); ++i) {
+        const int row = records[i] < 0 ? -1 : rowOf[records[i]];
+        after << (row < 0 ? QModelIndex() : index(row, before[i].column()));
+    }
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+void ListTableModel::SetFilter(int column, const QString& text) {
+    if (column < 0 || column >= columnCount() || filters_[column] == text)
+        return;
+    const QString folded = FoldForList(text);
+    const QString& old = foldedFilters_[column];
+    // A filter that only adds to what was typed can only narrow what the list shows.
+    const bool narrowing = !old.isEmpty() && folded.size() > old.size() &&
+                           (matchAnywhere_ ? folded.contains(old) : folded.startsWith(old));
+    beginResetModel();
+    filters_[column] = text;
+    foldedFilters_[column] = folded;
+    Refilter(narrowing || (old.isEmpty() && !folded.isEmpty()));
+    endResetModel();
+}
+
+QString ListTableModel::Filter(int column) const {
+    return filters_.value(column);
+}
+
+void ListTableModel::ClearFilters() {
+    if (!HasFilter())
+        return;
+    beginResetModel();
+    for (QString& text : filters_)
+        text.clear();
+    for (QString& text : foldedFilters_)
+        text.clear();
+    shown_ = order_;
+    endResetModel();
+}
+
+bool ListTableModel::HasFilter() const {
+    return std::any_of(filters_.begin(), filters_.end(),
+                       [](const QString& text) { return !text.isEmpty(); });
+}
+
+void ListTableModel::SetMatchAnywhere(bool anywhere) {
+    if (anywhere == matchAnywhere_)
+        return;
+    beginResetModel();
+    matchAnywhere_ = anywhere;
+    // Anywhere finds every row that the start did, and more.
+    Refilter(!anywhere);
+    endResetModel();
+}
+
+// Each column's filter is matched in one pass over the column in the order it was read, with
+// the needle put once into the form of the column's buffer; narrowing passes over the rows shown.
+void ListTableModel::Refilter(bool narrowing) {
+    std::vector<int> active;
+    for (size_t c = 0; c < columns_.size(); ++c) {
+        if (!foldedFilters_[c].isEmpty())
+            active.push_back(static_cast<int>(c));
+    }
+    if (active.empty()) {
+        shown_ = order_;
+        return;
+    }
+    const std::vector<uint32_t>& candidates = narrowing ? shown_ : order_;
+    std::vector<uint8_t> keep(records_, 0);
+    for (const uint32_t record : candidates)
+        keep[record] = 1;
+    for (const int c : active) {
+        const ListColumn& column = columns_[c];
+        const TextPool& pool = column.foldsToItself ? column.text : column.folded;
+        const Needle n = NeedleFor(pool, foldedFilters_[c]);
+        const uint32_t* offsets = column.offsets.data();
+        if (n.impossible) {
+            std::fill(keep.begin(), keep.end(), 0);
+            break;
+        }
+        for (uint32_t r = 0; r < records_; ++r) {
+            if (!keep[r])
+                continue;
+            const uint32_t begin = offsets[r];
+            const size_t length = offsets[r + 1] - begin;
+            bool match;
+            if (pool.wide()) {
+                const std::u16string_view cell(pool.utf16() + begin, length);
+                match = matchAnywhere_ ? cell.find(n.utf16) != std::u16string_view::npos
+                                       : cell.starts_with(n.utf16);
+            } else if (matchAnywhere_) {
+                match = length >= n.latin1.size() &&
+                        memmem(pool.latin1() + begin, length, n.latin1.data(), n.latin1.size()) !=
+                            nullptr;
+            } else {
+                match = length >= n.latin1.size() &&
+                        std::memcmp(pool.latin1() + begin, n.latin1.data(), n.latin1.size()) == 0;
+            }
+            keep[r] = match;
+        }
+    }
+    std::vector<uint32_t> shown;
+    shown.reserve(narrowing ? shown_.size() : records_ / 4);
+    for (const uint32_t record : candidates) {
+        if (keep[record])
+            shown.push_back(record);
+    }
+    shown_.swap(shown);
+    shown_.shrink_to_fit();
+}
+
+int ListTableModel::RecordOfRow(int row) const {
+    return row >= 0 && row < ShownRows() ? static_cast<int>(shown_[row]) : -1;
+}
+
+int ListTableModel::RowOfRecord(int record) const {
+    if (record < 0 || record >= TotalRows())
+        return -1;
+    const auto it = std::find(shown_.begin(), shown_.end(), static_cast<uint32_t>(record));
+    return it == shown_.end() ? -1 : static_cast<int>(it - shown_.begin());
+}
+
+int ListTableModel::FindRecord(int column, qint64 id) const {
+    if (column < 0 || column >= columnCount())
+        return -1;
+    const ListColumn& c = columns_[column];
+    for (uint32_t r = 0; r < records_; ++r) {
+        if (c.numeric ? c.numbers[r] == static_cast<double>(id)
+                      : RecordText(static_cast<int>(r), column).trimmed().toLongLong() == id) {
+            if (!RecordIsNull(static_cast<int>(r), column))
+                return static_cast<int>(r);
+        }
+    }
+    return -1;
+}
+
+QString ListTableModel::RecordText(int record, int column) const {
+    if (record < 0 || record >= TotalRows() || column < 0 || column >= columnCount())
+        return QString();
+    const ListColumn& c = columns_[column];
+    return c.text.Text(c.offsets[record], c.offsets[record + 1]);
+}
+
+bool ListTableModel::RecordIsNull(int record, int column) const {
+    if (record < 0 || record >= TotalRows() || column < 0 || column >= columnCount())
+        return true;
+    const size_t bit = static_cast<size_t>(record) * columns_.size() + column;
+    return (nulls_[bit / 8] >> (bit % 8)) & 1;
+}
+
+// A record's new values are spliced into each column's buffers in place; the records after it
+// move along. An edit refreshes one row this way instead of reading the list again.
+void ListTableModel::UpdateRecord(int record, const QVariantList& values) {
+    if (record < 0 || record >= TotalRows())
+        return;
+    for (size_t c = 0; c < columns_.size(); ++c) {
+        ListColumn& column = columns_[c];
+        const QVariant value = values.value(static_cast<qsizetype>(c));
+        const QString text = value.isNull() ? QString() : value.toString();
+        const QString folded = FoldForList(text);
+        const uint32_t begin = column.offsets[record];
+        const uint32_t end = column.offsets[record + 1];
+        if (column.foldsToItself && folded != text) {
+            column.foldsToItself = false;
+            const QString all = column.text.Text(0, static_cast<uint32_t>(column.text.size()));
+            column.folded.Append(all.constData(), all.size());
+        }
+        column.text.Replace(begin, end, text.constData(), text.size());
+        if (!column.foldsToItself)
+            column.folded.Replace(begin, end, folded.constData(), folded.size());
+        const int64_t delta = static_cast<int64_t>(text.size()) - (end - begin);
+        for (size_t r = record + 1; r < column.offsets.size(); ++r)
+            column.offsets[r] = static_cast<uint32_t>(column.offsets[r] + delta);
+        if (column.numeric) {
+            if (!value.isNull() && !IsNumber(value)) {
+                column.numeric = false;
+                std::vector<double>().swap(column.numbers);
+            } else {
+                column.numbers[record] =
+                    value.isNull() ? -std::numeric_limits<double>::infinity() : value.toDouble();
+            }
+        }
+        const size_t bit = static_cast<size_t>(record) * columns_.size() + c;
+        if (value.isNull()) {
+            nulls_[bit / 8] |= static_cast<uint8_t>(1u << (bit % 8));
+        } else {
+            nulls_[bit / 8] &= static_cast<uint8_t>(~(1u << (bit % 8)));
+        }
+    }
+    const int row = RowOfRecord(record);
+    if (row >= 0)
+        emit dataChanged(index(row, 0), index(row, columnCount() - 1));
+}
+
+int ListTableModel::AppendRecord(const QVariantList& values) {
+    const int row = ShownRows();
+    beginInsertRows(QModelIndex(), row, row);
+    for (size_t c = 0; c < columns_.size(); ++c)
+        AppendValue(columns_[c], values.value(static_cast<qsizetype>(c)));
+    nulls_.resize((static_cast<size_t>(records_ + 1) * columns_.size() + 7) / 8, 0);
+    const uint32_t record = records_++;
+    order_.push_back(record);
+    shown_.push_back(record);
+    endInsertRows();
+    return static_cast<int>(record);
+}
+
+size_t ListTableModel::MemoryBytes() const {
+    size_t bytes = nulls_.capacity() + (order_.capacity() + shown_.capacity()) * sizeof(uint32_t);
+    for (const ListColumn& column : columns_) {
+        bytes += column.text.Bytes() + column.folded.Bytes();
+        bytes += column.offsets.capacity() * sizeof(uint32_t);
+        bytes += column.numbers.capacity() * sizeof(double);
+    }
+    return bytes;
+}
+
+}  // namespace orvo::lists

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <QLoggingCategory>
+
+// The list windows.
+Q_DECLARE_LOGGING_CATEGORY(lcLists)
