@@ -1,8 +1,10 @@
 #include "host/start_methods.h"
 
+#include <QHash>
 #include <QList>
 #include <algorithm>
 
+#include "component/public/component_types.h"
 #include "component/public/editing_screen.h"
 #include "component/public/lookup_list.h"
 #include "host/component_loader.h"
@@ -28,8 +30,34 @@ LookUpList& StartInstances::list() {
         list_ = component_.CreateLookUpList();
         list_->SetIGlobal_GIC(&gic_);
         list_->SetStartForm(startForm_);
+        list_->SetEventSink(listEvents_);
     }
     return *list_;
+}
+
+void StartInstances::SetListEvents(LookUpListEvents* events) {
+    listEvents_ = events;
+    if (list_)
+        list_->SetEventSink(events);
+}
+
+int ListTypeOf(const QString& text) {
+    bool number = false;
+    const int value = text.toInt(&number);
+    if (number && !LookUpListTitle(static_cast<LookUpListTypes>(value)).isEmpty())
+        return value;
+    static const char* const kNames[] = {"Provider", "Physician1", "Physician2", "ReferInOut",
+                                         "Referral", "FamilyHead", "Employee",   "InsuranceCo",
+                                         "Employer", "GroupPlan",  "InsGroup",   "RecallMaster",
+                                         "Pharmacy", "CapPlans"};
+    QString name = text.trimmed();
+    if (name.startsWith(QLatin1String("lul"), Qt::CaseInsensitive))
+        name = name.mid(3);
+    for (int i = 0; i < static_cast<int>(std::size(kNames)); ++i) {
+        if (name.compare(QLatin1String(kNames[i]), Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    throw StartMethodError(QStringLiteral("not a list type: \"%1\"").arg(text).toStdString());
 }
 
 namespace {
@@ -58,6 +86,73 @@ QStringList TextAndId(StartInstances& on, const QStringList& args, const char* n
     return {text, QString::number(id)};
 }
 
+bool BoolValue(const QString& text) {
+    return text == QLatin1String("1") ||
+           text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
+}
+
+// ShowList TYPE [PROPERTY=VALUE...]: every property of the list is set for the call, those not
+// given to their defaults; ShowMode is 1 unless given, so the call returns with the choice.
+QStringList ShowList(StartInstances& on, const QStringList& args) {
+    LookUpList& list = on.list();
+    list.SetListType(static_cast<LookUpListTypes>(ListTypeOf(args.value(0))));
+    QHash<QString, QString> given;
+    for (const QString& arg : args.mid(1)) {
+        const qsizetype equals = arg.indexOf(QLatin1Char('='));
+        if (equals <= 0)
+            throw StartMethodError(
+                QStringLiteral("ShowList takes PROPERTY=VALUE, not \"%1\"").arg(arg).toStdString());
+        given.insert(arg.left(equals).toLower(), arg.mid(equals + 1));
+    }
+    // A property's value, taken off what was given; fallback when it was not.
+    const auto text = [&](const char* name, const QString& fallback = QString()) {
+        const auto it = given.find(QString::fromLatin1(name).toLower());
+        if (it == given.end())
+            return fallback;
+        const QString value = it.value();
+        given.erase(it);
+        return value;
+    };
+    const auto number = [&](const char* name, int fallback = 0) {
+        const QString value = text(name);
+        if (value.isNull())
+            return fallback;
+        bool ok = false;
+        const int n = value.toInt(&ok);
+        if (!ok) {
+            throw StartMethodError(QStringLiteral("%1 of ShowList is not a number: \"%2\"")
+                                       .arg(QLatin1String(name), value)
+                                       .toStdString());
+        }
+        return n;
+    };
+    const auto flag = [&](const char* name) { return BoolValue(text(name)); };
+    list.SetShowMode(static_cast<short>(number("ShowMode", 1)));
+    list.SetbSelectMode(flag("bSelectMode"));
+    list.SetShowPatientButtons(flag("ShowPatientButtons"));
+    list.SetAllowDelete(flag("AllowDelete"));
+    list.SetSkip_List_IF_New(flag("Skip_List_IF_New"));
+    list.SetNo_Double_Click(flag("No_Double_Click"));
+    list.SetShowFacilityOptions(flag("ShowFacilityOptions"));
+    list.SetInitField(text("InitField", QString()));
+    list.SetListTitle(text("ListTitle", QString()));
+    list.SetGroupPlanCompanyID(number("GroupPlanCompanyID"));
+    list.SetEmployerPatientID(number("EmployerPatientID"));
+    list.SetFamHeadIncPatID(number("FamHeadIncPatID"));
+    list.SetNewEmployeePasswordID(number("NewEmployeePasswordID"));
+    list.SetSelectedID(number("SelectedID"));
+    list.SetSelect_String(QString());
+    const bool multi = flag("MultiSel");
+    if (!given.isEmpty()) {
+        throw StartMethodError(QStringLiteral("ShowList has no property %1")
+                                   .arg(given.keys().join(", "))
+                                   .toStdString());
+    }
+    list.ShowList(multi);
+    return {args.value(0), QString::number(list.SelectedID()), list.Select_String(),
+            list.ListTitle()};
+}
+
 const StartMethod kStartMethods[] = {
     {"Ins_Company_Start", "TEXT [ID]", 1, 2, 1,
      [](StartInstances& on, const QStringList& args) {
@@ -76,6 +171,7 @@ const StartMethod kStartMethods[] = {
          return QStringList{QString::number(person), QString::number(tab),
                             saved ? QStringLiteral("True") : QStringLiteral("False")};
      }},
+    {"ShowList", "TYPE [PROPERTY=VALUE...]", 1, 20, 1, ShowList},
 };
 
 }  // namespace

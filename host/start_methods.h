@@ -12,6 +12,7 @@ namespace orvo {
 class EditingScreen;
 class GIC;
 class LookUpList;
+class LookUpListEvents;
 }  // namespace orvo
 
 namespace orvo::host {
@@ -35,6 +36,8 @@ public:
 
     EditingScreen& editing();
     LookUpList& list();
+    // The handler of the list's events (not owned), now and for a list made later.
+    void SetListEvents(LookUpListEvents* events);
 
 private:
     ComponentLoader& component_;
@@ -42,7 +45,12 @@ private:
     QWidget* startForm_;
     std::unique_ptr<EditingScreen> editing_;
     std::unique_ptr<LookUpList> list_;
+    LookUpListEvents* listEvents_ = nullptr;
 };
+
+// A list type by its number or its name, with or without the "lul" in front ("5", "lulFamilyHead",
+// "FamilyHead"); throws StartMethodError for anything else.
+int ListTypeOf(const QString& text);
 
 // One start method of the component, as a host calls it with its arguments written as text
 // (orvo-desk's menus and --open, orvo-scenario's "call"). A new start method is one entry in the

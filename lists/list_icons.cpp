@@ -1,6 +1,7 @@
 #include "lists/list_icons.h"
 
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace orvo::lists {
 
@@ -15,8 +16,17 @@ QIcon ToolbarIcon(const QString& programPath, const QString& fileName, const QSt
     }
     // A desktop without a theme of its own (a bare session, the offscreen platform) still
     // finds the free theme the program installs with it.
-    if (QIcon::fallbackThemeName().isEmpty() || QIcon::fallbackThemeName() == "hicolor")
-        QIcon::setFallbackThemeName(QStringLiteral("Adwaita"));
+    if (QIcon::themeName().isEmpty() || QIcon::themeName() == QLatin1String("hicolor")) {
+        QStringList paths = QIcon::themeSearchPaths();
+        for (const QString& dir :
+             QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, QStringLiteral("icons"),
+                                       QStandardPaths::LocateDirectory)) {
+            if (!paths.contains(dir))
+                paths << dir;
+        }
+        QIcon::setThemeSearchPaths(paths);
+        QIcon::setThemeName(QStringLiteral("Adwaita"));
+    }
     return QIcon::fromTheme(themeName);
 }
 

@@ -225,8 +225,6 @@ void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
 
 void ListTableModel::FinishColumns() {
     for (ListColumn& column : columns_) {
-        if (records_ == 0)
-            column.numeric = false;
         column.text.Squeeze();
         column.folded.Squeeze();
         column.offsets.shrink_to_fit();

@@ -8,6 +8,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "component/public/component_types.h"
 #include "host/component_loader.h"
 #include "host/desk/coverage_history_dialog.h"
 #include "host/desk/person_commands.h"
@@ -44,6 +45,9 @@ MainWindow::MainWindow(HostSession& session, HostGIC& gic, ComponentLoader& comp
     : session_(session), gic_(gic), component_(component) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("ORVO Windows"));
+    listEvents_.observer = [this](const QString& event) {
+        statusBar()->showMessage(tr("List event: %1").arg(QString(event).replace(QChar(10), " ")));
+    };
 
     auto* central = new QWidget;
     auto* layout = new QVBoxLayout(central);
@@ -101,6 +105,15 @@ void MainWindow::BuildMenus() {
     });
     AddPersonCommands(*menuBar(), *this);
     AddCoverageHistoryCommand(*menuBar(), session_, *this);
+    QMenu* lists = menuBar()->addMenu(tr("&Lists"));
+    lists->setObjectName(QStringLiteral("mnuLists"));
+    for (int type = lulProvider; type <= lulCapPlans; ++type) {
+        const auto listType = static_cast<LookUpListTypes>(type);
+        QString title = LookUpListTitle(listType);
+        if (listType == lulPhysician2)
+            title += tr(" (second physician)");
+        lists->addAction(title + QStringLiteral("..."), this, [this, type] { OpenList(type); });
+    }
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About"), this, [this] {
         prompts().Message(tr("ORVO Windows editing component, reference host."), Buttons::Ok,
@@ -141,6 +154,7 @@ void MainWindow::RebuildFamilyHeads() {
 
 QString MainWindow::RunStartMethod(const QString& method, const QString& text) {
     StartInstances on(component_, gic_, this);
+    on.SetListEvents(&listEvents_);
     const QStringList results = host::RunStartMethod(on, method, {text});
     return results.value(FindStartMethod(method)->resultIndex);
 }
@@ -155,6 +169,16 @@ void MainWindow::OpenFromMenu(const QString& method, bool asNew, const QString& 
     RunUserAction(title, [&] {
         const QString id = RunStartMethod(method, text);
         statusBar()->showMessage(tr("%1 returned the id %2").arg(method, id));
+    });
+    Refresh();
+}
+
+void MainWindow::OpenList(int listType) {
+    const QString title = LookUpListTitle(static_cast<LookUpListTypes>(listType));
+    RunUserAction(title, [&] {
+        const QString id = RunStartMethod(QStringLiteral("ShowList"), QString::number(listType));
+        if (id != QLatin1String("0"))
+            statusBar()->showMessage(tr("%1: record %2 chosen").arg(title, id));
     });
     Refresh();
 }

@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+#include "host/list_events.h"
+
 class QLabel;
 class QTableWidget;
 
@@ -33,11 +35,14 @@ private:
     void BuildMenus();
     // Asks for an id or a name, runs the start method, and tells what came back.
     void OpenFromMenu(const QString& method, bool asNew, const QString& noun);
+    // Shows a list of the component, modal; its events go to the status bar and the log.
+    void OpenList(int listType);
 
     HostSession& session_;
     HostGIC& gic_;
     ComponentLoader& component_;
     QTableWidget* summary_ = nullptr;
+    HostListEvents listEvents_;
 };
 
 }  // namespace orvo::host

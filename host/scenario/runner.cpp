@@ -92,6 +92,8 @@ void Runner::RunScenario(const QString& dataDir) {
     prompts_ = std::make_unique<ScriptedPrompts>([this](const QString& message) { Fail(message); });
     SetPrompts(prompts_.get());
     instances_ = std::make_unique<host::StartInstances>(component_, *gic_);
+    listEvents_.Take();
+    instances_->SetListEvents(&listEvents_);
 
     QTimer watchdog;
     watchdog.setSingleShot(true);

@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "host/list_events.h"
 #include "host/scenario/scenario.h"
 #include "platform/dialog_watcher.h"
 
@@ -60,6 +61,8 @@ public:
     host::HostGIC& gic() { return *gic_; }
     ScriptedPrompts& prompts() { return *prompts_; }
     QStringList& lastArgs() { return lastArgs_; }
+    // The events of the lists the scenario showed, as the host received them.
+    host::HostListEvents& listEvents() { return listEvents_; }
     // The innermost screen that is up; throws when none is.
     QDialog* ActiveScreen() const;
     // The control the step names in its word argIndex, on the innermost screen.
@@ -91,6 +94,7 @@ private:
     size_t pc_ = 0;
     std::vector<QPointer<QDialog>> screens_;
     QStringList lastArgs_;
+    host::HostListEvents listEvents_;
     QString failure_;
     // Where the practice's database is on the server, for the other stations.
     QString pgConnInfo_;

@@ -5,12 +5,14 @@
 #include <QApplication>
 #include <QFile>
 #include <QInputMethodEvent>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMap>
 #include <QMetaProperty>
 #include <QTabWidget>
 #include <QTest>
+#include <QToolBar>
 #include <array>
 
 #include "host/host_gic.h"
@@ -312,6 +314,110 @@ void CheckNoFile(Runner& r, const Step& step) {
         Throw(step.args[0] + QStringLiteral(" exists"));
 }
 
+// The list window's parts, as a person finds them on the screen: its grid, the filter line over
+// a column, a toolbar button.
+QAbstractItemView* ListGrid(Runner& r) {
+    auto* grid = r.ActiveScreen()->findChild<QAbstractItemView*>(QStringLiteral("DotNetGrid"));
+    if (!grid || !grid->model())
+        Throw(QStringLiteral("the open screen is no list"));
+    return grid;
+}
+
+void ShowList(Runner& r, const Step& step) {
+    Step call = step;
+    call.args.prepend(QStringLiteral("ShowList"));
+    r.Call(call);
+}
+
+void Filter(Runner& r, const Step& step) {
+    QAbstractItemModel* model = ListGrid(r)->model();
+    for (int c = 0; c < model->columnCount(); ++c) {
+        if (model->headerData(c, Qt::Horizontal).toString() != step.args[0])
+            continue;
+        auto* edit = r.ActiveScreen()->findChild<QLineEdit*>(QStringLiteral("txtFilter_%1").arg(c));
+        if (!edit)
+            Throw(QStringLiteral("the column %1 has no filter").arg(step.args[0]));
+        Focus(edit);
+        edit->selectAll();
+        if (step.args[1].isEmpty()) {
+            QTest::keyClick(edit, Qt::Key_Delete);
+        } else {
+            TypeText(edit, step.args[1]);
+        }
+        return;
+    }
+    Throw(QStringLiteral("the list has no column %1").arg(step.args[0]));
+}
+
+// Rows as shown, from 0; the first is made current, the others join the selection as a
+// Ctrl+click would.
+void PickRows(Runner& r, const Step& step) {
+    QAbstractItemView* grid = ListGrid(r);
+    QItemSelectionModel* selection = grid->selectionModel();
+    for (qsizetype i = 0; i < step.args.size(); ++i) {
+        bool ok = false;
+        const int row = step.args[i].toInt(&ok);
+        if (!ok || row < 0 || row >= grid->model()->rowCount())
+            Throw(QStringLiteral("no row %1").arg(step.args[i]));
+        const QModelIndex index = grid->model()->index(row, 0);
+        if (i == 0) {
+            grid->setCurrentIndex(index);
+        } else {
+            selection->setCurrentIndex(index,
+                                       QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+    }
+}
+
+// A toolbar command as a person reaches it: its button, or on a narrow window the same item in
+// the toolbar's overflow menu. A hidden or disabled item cannot be pressed.
+void Press(Runner& r, const Step& step) {
+    auto* toolbar = r.ActiveScreen()->findChild<QToolBar*>(QStringLiteral("ToolStrip1"));
+    if (!toolbar)
+        Throw(QStringLiteral("the open screen has no toolbar"));
+    for (QAction* action : toolbar->actions()) {
+        if (action->objectName() != step.args[0])
+            continue;
+        if (!action->isVisible() || !action->isEnabled())
+            Throw(step.args[0] + QStringLiteral(" cannot be pressed: it is disabled or hidden"));
+        QApplication::setActiveWindow(toolbar->window());
+        action->trigger();
+        return;
+    }
+    Throw(QStringLiteral("the toolbar has no item %1").arg(step.args[0]));
+}
+
+void CheckRowCount(Runner& r, const Step& step) {
+    const int rows = ListGrid(r)->model()->rowCount();
+    if (rows != step.args[0].toInt())
+        Throw(QStringLiteral("the list shows %1 rows").arg(rows));
+}
+
+void CheckCell(Runner& r, const Step& step) {
+    QAbstractItemModel* model = ListGrid(r)->model();
+    const int row = step.args[0].toInt();
+    for (int c = 0; c < model->columnCount(); ++c) {
+        if (model->headerData(c, Qt::Horizontal).toString() != step.args[1])
+            continue;
+        const QString text = model->index(row, c).data().toString();
+        if (text != step.args[2])
+            Throw(
+                QStringLiteral("row %1 of %2 reads \"%3\"").arg(step.args[0], step.args[1], text));
+        return;
+    }
+    Throw(QStringLiteral("the list has no column %1").arg(step.args[1]));
+}
+
+void CheckEvents(Runner& r, const Step& step) {
+    const QStringList received = r.listEvents().Take();
+    if (received != step.args) {
+        QStringList shown = received;
+        for (QString& line : shown)
+            line.replace(QChar(10), QStringLiteral("\\n"));
+        Throw(QStringLiteral("the host received [%1]").arg(shown.join(QStringLiteral(" | "))));
+    }
+}
+
 constexpr std::array kVerbs{
     Verb{"seed", "seed STATEMENT", 0, true, Sql},
     Verb{"sql", "sql STATEMENT", 0, true, Sql},
@@ -344,6 +450,13 @@ constexpr std::array kVerbs{
     Verb{"check-rows", "check-rows STATEMENT [ROW...]", 1, false, CheckRows},
     Verb{"check-file", "check-file PATH contains|equals TEXT", 3, false, CheckFile},
     Verb{"check-no-file", "check-no-file PATH", 1, false, CheckNoFile},
+    Verb{"show-list", "show-list TYPE [PROPERTY=VALUE...]", 1, false, ShowList},
+    Verb{"filter", "filter COLUMN TEXT", 2, false, Filter},
+    Verb{"pick-rows", "pick-rows N...", 1, false, PickRows},
+    Verb{"press", "press KEY", 1, false, Press},
+    Verb{"check-row-count", "check-row-count N", 1, false, CheckRowCount},
+    Verb{"check-cell", "check-cell ROW COLUMN TEXT", 3, false, CheckCell},
+    Verb{"check-events", "check-events [EVENT...]", 0, false, CheckEvents},
 };
 
 }  // namespace
