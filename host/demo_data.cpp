@@ -166,7 +166,6 @@ bool SeedDemoPractice(HostSession& session) {
 
     // Employer-plan links for the first carriers, each with a few subscribers and their
     // covered family members; the other carriers have no patients.
-    SeedDemoEmployersAndPlans(c, carrierIds);
     qint64 person = 1000;
     QList<int> subscribers;
     for (int k = 0; k < 4; ++k) {
@@ -208,6 +207,7 @@ bool SeedDemoPractice(HostSession& session) {
                QStringLiteral("LINK-EMP-INS"));
     SeedDemoPersons(c, subscribers);
     SeedDemoCoverageChains(c, subscribers);
+    SeedDemoEmployersAndPlans(c, carrierIds);
     LinkDemoPersonsToEmployers(c);
     if (db::ReadScalar(c, QStringLiteral("SELECT count(*) FROM ZipCodTable")).toInt() == 0)
         InsertDemoZipCodes(c);

@@ -5,6 +5,10 @@
 namespace orvo::host {
 namespace {
 
+// Past the employers and plans of the demo's coverage chains.
+constexpr int kFirstEmployer = 110;
+constexpr int kFirstPlan = 510;
+
 struct Employer {
     const char* name;
     const char* add1;
@@ -14,7 +18,7 @@ struct Employer {
     const char* phone;
 };
 
-// Invented employers at invented addresses; the first four are those of the demo's links.
+// Invented employers at invented addresses.
 const Employer kEmployers[] = {
     {"Buckeye Tool & Die", "400 Industrial Parkway", "Columbus", "OH", "43207", "(614) 555-0300"},
     {"Städtler Engineering", "12 Ravine Street", "Dayton", "OH", "45402", "(937) 555-0301"},
@@ -59,7 +63,7 @@ void SeedDemoEmployersAndPlans(db::Connection& c, const QList<qint64>& carrierId
         c.Execute(
             QStringLiteral("INSERT INTO EmpTable (EmpInd, EmpNam, EmpAdd1, EmpCIT, EmpSTA, "
                            "EmpZIP, EmpTEL) VALUES (%1, %2)")
-                .arg(100 + i)
+                .arg(kFirstEmployer + i)
                 .arg(Values({QString::fromUtf8(e.name), e.add1, e.city, e.state, e.zip, e.phone})));
     }
     for (int i = 0; i < static_cast<int>(std::size(kPlans)); ++i) {
@@ -67,7 +71,7 @@ void SeedDemoEmployersAndPlans(db::Connection& c, const QList<qint64>& carrierId
         c.Execute(QStringLiteral("INSERT INTO GroPlaTable (GroPlaInd, GroPlaInsID, GroPlaGroNum, "
                                  "GroPlaNam, GroPlaCat, GroPlaEffDat, GroPlaDed1, GroPlaMax1, "
                                  "GroPlaPayTyp, GroPlaForTyp) VALUES (%1, %2, %3, %4, %5, 1, 1)")
-                      .arg(500 + i)
+                      .arg(kFirstPlan + i)
                       .arg(carrierIds.value(i % carrierIds.size()))
                       .arg(Values({p.group, QString::fromUtf8(p.name), p.category, p.effective}))
                       .arg(p.deductible)
@@ -78,9 +82,9 @@ void SeedDemoEmployersAndPlans(db::Connection& c, const QList<qint64>& carrierId
         c.Execute(QStringLiteral("INSERT INTO ELTable (elEmpID, elInsID, elGroID, elStaDat, "
                                  "elEndDat, elEndWho, elFla) VALUES (%1, %2, %3, #01/04/2024#, "
                                  "%4, %5, %6)")
-                      .arg(100 + i)
+                      .arg(kFirstEmployer + i)
                       .arg(carrierIds.value(i % carrierIds.size()))
-                      .arg(500 + i)
+                      .arg(kFirstPlan + i)
                       .arg(i == 5 ? QStringLiteral("#06/30/2024#") : QStringLiteral("NULL"))
                       .arg(i == 5 ? QStringLiteral("'SUPERVISOR'") : QStringLiteral("NULL"))
                       .arg(i == 5 ? 1 : 0));
@@ -88,10 +92,6 @@ void SeedDemoEmployersAndPlans(db::Connection& c, const QList<qint64>& carrierId
 }
 
 void LinkDemoPersonsToEmployers(db::Connection& c) {
-    c.Execute(QStringLiteral(
-        "UPDATE PATable SET pEmpID1=(SELECT min(PatEmpElID) FROM PatEmpTable WHERE "
-        "PatEmpTable.PatEmpPatID=PATable.pID AND PatEmpTable.PatEmpFla=0) WHERE pID IN (SELECT "
-        "PatEmpPatID FROM PatEmpTable WHERE PatEmpFla=0)"));
     c.Execute(QStringLiteral("UPDATE PATable SET pDOCSPE='Orthodontics' WHERE pID=6"));
     c.Execute(QStringLiteral("UPDATE PATable SET pDOCSPE='Oral Surgery' WHERE pID=7"));
     c.Execute(QStringLiteral("UPDATE PATable SET pDOCSPE='General Dentistry' WHERE pID IN (1, 2)"));

@@ -39,14 +39,6 @@ void DeclareInsuranceTables(schema::Catalog& catalog) {
     pharmacies.indexes << QStringList{QStringLiteral("PhaNam")};
     catalog.Add(pharmacies);
 
-    // Employers and group plans: the columns the coverage chain reads of them.
-    catalog.Add({QStringLiteral("EmpTable"),
-                 {Identity(QStringLiteral("EmpInd")), Text(QStringLiteral("EmpNam"), 50)},
-                 {{QStringLiteral("EmpNam")}}});
-    catalog.Add({QStringLiteral("GroPlaTable"),
-                 {Identity(QStringLiteral("GroPlaInd")), Text(QStringLiteral("GroPlaGroNum"), 30)},
-                 {{QStringLiteral("GroPlaGroNum")}}});
-
     catalog.Add(
         {QStringLiteral("ELTable"),
          {Identity(QStringLiteral("elID")), Long(QStringLiteral("elEmpID")),
@@ -104,7 +96,7 @@ void DeclareInsuranceTables(schema::Catalog& catalog) {
                   << Flag(QStringLiteral("GroPlaUseOffFee"))
                   << Short(QStringLiteral("GroPlaSubOffFee")) << Short(QStringLiteral("GroPlaCOB"));
     plans.indexes << QStringList{QStringLiteral("GroPlaInsID")}
-                  << QStringList{QStringLiteral("GroPlaGroNum"), QStringLiteral("GroPlaNam")};
+                  << QStringList{QStringLiteral("GroPlaGroNum")};
     catalog.Add(plans);
 }
 
