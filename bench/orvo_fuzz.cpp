@@ -263,11 +263,20 @@ void FuzzText(qint64 count, quint32 seed, Findings& findings) {
         orvo::tools::ParseCityStateZip(gic, input, city, state, zip);
         if (!input.contains(city.trimmed(), Qt::CaseInsensitive) && !city.isEmpty() &&
             city != "x") {
-            // A city is cleaned, never made up: it may lose blanks and commas, not gain text.
+            // A city is cleaned, never made up: it may lose blanks and commas, and the zip taken
+            // out of the line wherever it stood, but every letter and digit it keeps comes from
+            // the line, in the line's order.
             static const QRegularExpression other("[^\\p{L}\\p{N}]");
-            const QString letters = QString(city).remove(other);
-            const QString source = QString(input).remove(other);
-            if (!source.contains(letters, Qt::CaseInsensitive))
+            const QString letters = QString(city).remove(other).toCaseFolded();
+            const QString source = QString(input).remove(other).toCaseFolded();
+            qsizetype at = 0;
+            for (const QChar c : letters) {
+                at = source.indexOf(c, at);
+                if (at < 0)
+                    break;
+                ++at;
+            }
+            if (at < 0)
                 findings.Report("city not from the line", input, "city: " + city);
         }
         for (const auto mode : {orvo::tools::ZipMode::City, orvo::tools::ZipMode::Zip})
