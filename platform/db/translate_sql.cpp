@@ -663,6 +663,11 @@ void Statement::RewriteLiterals() {
         } else if (t.kind == Kind::Date) {
             t = {Kind::String,
                  u'\'' + *IsoDate(QStringView(t.text).mid(1, t.text.size() - 2)) + u'\''};
+            // A string right beside it would read back as one string with it.
+            if (i > 0 && t_[i - 1].text.endsWith(u'\''))
+                edits.Insert(i, u" "_s);
+            if (i + 1 < size() && t_[i + 1].text.startsWith(u'\''))
+                edits.Insert(i + 1, u" "_s);
         } else if (t.kind == Kind::Word && Same(t.text, "N"_L1) && i + 1 < size() &&
                    ((t_[i + 1].kind == Kind::String && t_[i + 1].text.startsWith(u'\'')) ||
                     t_[i + 1].kind == Kind::Date)) {
@@ -704,10 +709,8 @@ void Statement::RewriteQualifiers() {
         } else if (IsPunct(i + 2, u'.')) {
             end = i + 3;
         }
-        if (end == 0 || end >= size() ||
-            (t_[end].kind != Kind::Word && t_[end].kind != Kind::QuotedName)) {
+        if (end == 0 || !IsName(end))
             continue;
-        }
         edits.Remove(i, end);
         i = end - 1;
         nameStart = true;

@@ -246,6 +246,10 @@ TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
         {u"WHERE a=#1/2/2024 3:04 dbo.PM#"_s, "WHERE a=#1/2/2024 3:04 dbo.PM#",
          "WHERE a=#1/2/2024 3:04 dbo.PM#"},
         {u"SET a=N#01/31/2024#"_s, "SET a='2024-01-31'", "SET a='2024-01-31'"},
+        // A date between strings stays apart from them; a prefix before a clause word is none.
+        {u"WHERE a Like 'O'#01/02/2024#'Br'"_s, "WHERE a Like 'O' '2024-01-02' 'Br'",
+         "WHERE a ILIKE 'O' '2024-01-02' 'Br'"},
+        {u"dbo.SET NOCOUNT ON"_s, "dbo.SET NOCOUNT ON", "dbo.SET NOCOUNT ON"},
         // A call made a word keeps apart from the word glued to it.
         {u"SELECT Now()RCDuePer FROM t"_s, "SELECT datetime('now','localtime')RCDuePer FROM t",
          "SELECT LOCALTIMESTAMP RCDuePer FROM t"},
