@@ -1367,6 +1367,7 @@ void Statement::RewriteDelete() {
     if (single) {
         edits.Remove(Next(del), from);  // DELETE t.* FROM t WHERE ... -> DELETE FROM t WHERE ...
         Apply(edits);
+        RewriteDelete();  // what is left may be a form of its own: DELETE FROM t FROM t ...
         return;
     }
     const QString key = RowKey();

@@ -256,6 +256,8 @@ TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
         {u"Set APTabTrim(le.APDrID=5 where a)t>=#01/31/2024#"_s,
          "Set APTabTrim(le.APDrID=5 where a)t>='2024-01-31'",
          "Set APTabTrim(le.APDrID=5 where a)t>='2024-01-31'"},
+        {u"DELETE t.* From t From t WHERE a=3"_s, "DELETE From t WHERE a=3",
+         "DELETE From t WHERE a=3"},
         {u"DELETE * FROM ZipCodTable FROM ZipCodTable WHERE ZipCodID=3"_s,
          "DELETE FROM ZipCodTable WHERE ZipCodID=3", "DELETE FROM ZipCodTable WHERE ZipCodID=3"},
         {u"Select top 1 tra LIKE 'a%' from t"_s,
