@@ -18,9 +18,6 @@ class DocListTest : public PeopleTest {
 protected:
     void SetUp() override {
         PeopleTest::SetUp();
-        if (!database_)
-            return;
-        session_.dataPath = database_->folder() + QLatin1Char('/');
         component::session().ListCommand.clear();
     }
     void TearDown() override {

@@ -48,8 +48,8 @@ protected:
         screen->show();
         return screen;
     }
-    int Notified() const {
-        return static_cast<int>(host_->calls.filter(QStringLiteral("notify")).size());
+    int Notified() {
+        return static_cast<int>(Host().calls.filter(QStringLiteral("notify")).size());
     }
     int person_ = 0;
 };

@@ -12,8 +12,7 @@
 #include "people/people_tables.h"
 #include "platform/db/recordset.h"
 #include "platform/schema/schema.h"
-#include "tests/support/scripted_prompts.h"
-#include "tests/support/test_database.h"
+#include "tests/support/practice_fixture.h"
 
 namespace orvo::people::test {
 
@@ -40,33 +39,16 @@ public:
     QStringList calls;
 };
 
-// A fresh practice with the host's and the people tables, on each engine.
-class PeopleTest : public testing::TestWithParam<db::Engine> {
+// The practice of tests/support with the people tables, on each engine, and the recording host.
+class PeopleTest : public orvo::test::PracticeTest {
 protected:
-    void SetUp() override {
-        ORVO_SKIP_WITHOUT_ENGINE(GetParam());
-        database_ = std::make_unique<orvo::test::TestDatabase>(GetParam());
-        session_.connection = database_->Connect();
-        if (CreateTables()) {
-            schema::Catalog catalog;
-            host::DeclareHostTables(catalog);
-            DeclarePeopleTables(catalog);
-            schema::Apply(*session_.connection, catalog);
-        }
-        session_.loginName = QStringLiteral("JDOE");
-        session_.stationId = QStringLiteral("FRONT1");
-        session_.today = QDate(2024, 3, 15);
-        host_ = std::make_unique<RecordingHost>(session_);
-        scope_ = std::make_unique<orvo::test::PromptsScope>(prompts_);
+    void DeclareTables(schema::Catalog& catalog) override { DeclarePeopleTables(catalog); }
+    std::unique_ptr<host::HostGIC> MakeHost(host::HostSession& session) override {
+        return std::make_unique<RecordingHost>(session);
     }
-    void TearDown() override {
-        if (database_)
-            EXPECT_EQ(prompts_.pending(), 0) << "expected prompts never came";
-    }
-    virtual bool CreateTables() { return true; }
 
-    db::Connection& Db() { return *session_.connection; }
-    RecordingHost& Host() { return *host_; }
+    db::Connection& Db() { return connection(); }
+    RecordingHost& Host() { return static_cast<RecordingHost&>(gic()); }
 
     // Adds a person with the given columns; answers the new pID.
     int AddPerson(const QStringList& columns, const QStringList& literals) {
@@ -119,12 +101,6 @@ protected:
                                "FUNCTION pa_upd()")
                     .arg(fail ? QStringLiteral("BEFORE") : QStringLiteral("AFTER")));
     }
-
-    std::unique_ptr<orvo::test::TestDatabase> database_;
-    host::HostSession session_;
-    orvo::test::ScriptedPrompts prompts_;
-    std::unique_ptr<orvo::test::PromptsScope> scope_;
-    std::unique_ptr<RecordingHost> host_;
 };
 
 }  // namespace orvo::people::test

@@ -89,22 +89,16 @@ TEST_P(PersonRecordTest, TextIsCutToTheColumnWidthAndNullsReadEmpty) {
 // A practice from before the contact blocks and most provider columns.
 class OlderPracticeTest : public PersonRecordTest {
 protected:
-    bool CreateTables() override {
-        schema::Catalog catalog;
-        host::DeclareHostTables(catalog);
-        schema::Apply(*session_.connection, catalog);
-        schema::Table old{QStringLiteral("PATable"),
-                          {{"pID", schema::ColumnType::Long, 0, true, true},
-                           {"pLASNAM", schema::ColumnType::Text, 30},
-                           {"pFIRNAM", schema::ColumnType::Text, 30},
-                           {"pTypDoc", schema::ColumnType::Text, 1},
-                           {"pPROIND", schema::ColumnType::Long},
-                           {"pGPDenFeeTyp", schema::ColumnType::Short},
-                           {"pGPDenFeeTypPerm", schema::ColumnType::Short}},
-                          {}};
-        for (const QString& ddl : schema::CreateTableStatements(old, GetParam()))
-            session_.connection->Execute(ddl);
-        return false;
+    void DeclareTables(schema::Catalog& catalog) override {
+        catalog.Add({QStringLiteral("PATable"),
+                     {{"pID", schema::ColumnType::Long, 0, true, true},
+                      {"pLASNAM", schema::ColumnType::Text, 30},
+                      {"pFIRNAM", schema::ColumnType::Text, 30},
+                      {"pTypDoc", schema::ColumnType::Text, 1},
+                      {"pPROIND", schema::ColumnType::Long},
+                      {"pGPDenFeeTyp", schema::ColumnType::Short},
+                      {"pGPDenFeeTypPerm", schema::ColumnType::Short}},
+                     {}});
     }
 };
 
