@@ -17,6 +17,7 @@
 #include "host/host_persons.h"
 
 #include <QRegularExpression>
+#include <QSqlQuery>
 
 #include "component/public/person_roles.h"
 #include "host/host_gic.h"
@@ -69,28 +70,43 @@ void DeclarePersonHostTables(schema::Catalog& catalog) {
 }
 
 void RefreshFamilyHeadIndex(db::Connection& connection, int personId) {
-    // One read tells both sides: whether the person is a head now, and what the list holds.
-    db::Recordset rs(connection,
-                     QStringLiteral("SELECT pLASNAM, pFIRNAM, CASE WHEN %1 THEN 1 ELSE 0 END, "
-                                    "FMIndLASNAM, FMIndFirNAM, FMIndPatTabID FROM PATable LEFT "
-                                    "JOIN FMIndTable ON FMIndPatTabID = pID WHERE pID = %2")
-                         .arg(kFamilyHeadFilter)
-                         .arg(personId));
+    // One read tells both sides: whether the person is a head now, and what the list holds. It
+    // runs on every change of a person, so it is kept prepared.
+    QSqlQuery& rs = connection.Prepared(
+        QStringLiteral("SELECT pLASNAM, pFIRNAM, CASE WHEN %1 THEN 1 ELSE 0 END, "
+                       "FMIndLASNAM, FMIndFirNAM, FMIndPatTabID FROM PATable LEFT "
+                       "JOIN FMIndTable ON FMIndPatTabID = pID WHERE pID = ?")
+            .arg(kFamilyHeadFilter));
+    bool found = false;
+    bool head = false;
+    bool listed = false;
+    bool same = false;
+    bool single = true;
+    QString last;
+    QString first;
+    {
+        struct Finish {
+            QSqlQuery& query;
+            ~Finish() { query.finish(); }
+        } finish{rs};
+        connection.RunPrepared(rs, {personId});
+        found = rs.next();
+        if (found) {
+            head = rs.value(2).toInt() != 0;
+            listed = !rs.value(5).isNull();
+            last = rs.value(0).toString();
+            first = rs.value(1).toString();
+            // Names are compared as stored, so that a change of letter case reaches the list too.
+            same = listed && rs.value(3).toString() == last && rs.value(4).toString() == first;
+            single = !rs.next();
+        }
+    }
     const QString deleteRows =
         QStringLiteral("DELETE FROM FMIndTable WHERE FMIndPatTabID = %1").arg(personId);
-    if (rs.IsEmpty()) {  // the person is gone
+    if (!found) {  // the person is gone
         connection.Execute(deleteRows);
         return;
     }
-    const bool head = rs.Long(2) != 0;
-    const bool listed = !rs.IsNull(5);
-    const QString last = rs.Text(0);
-    const QString first = rs.Text(1);
-    // Names are compared as stored, so that a change of letter case reaches the list too.
-    const bool same = listed && QString::compare(rs.Text(3), last, Qt::CaseSensitive) == 0 &&
-                      QString::compare(rs.Text(4), first, Qt::CaseSensitive) == 0;
-    rs.MoveNext();
-    const bool single = rs.Eof();
     if (!head) {
         if (listed)
             connection.Execute(deleteRows);

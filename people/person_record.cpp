@@ -4,6 +4,7 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <array>
+#include <memory>
 #include <mutex>
 #include <stdexcept>
 #include <variant>
@@ -192,9 +193,9 @@ struct Layout {
 // as much as the read itself.
 class ColumnMap {
 public:
-    Layout For(const QSqlRecord& shape) {
+    std::shared_ptr<const Layout> For(const QSqlRecord& shape) {
         std::lock_guard lock(mutex_);
-        if (!Matches(shape))
+        if (!layout_ || !Matches(shape))
             Build(shape);
         return layout_;
     }
@@ -211,24 +212,26 @@ private:
     }
     void Build(const QSqlRecord& shape) {
         names_.clear();
-        layout_.places.assign(shape.count(), -1);
-        layout_.present.assign(kFieldCount, false);
+        auto layout = std::make_shared<Layout>();
+        layout->places.assign(shape.count(), -1);
+        layout->present.assign(kFieldCount, false);
         for (int i = 0; i < shape.count(); ++i) {
             names_.push_back(shape.fieldName(i));
             for (int f = 0; f < kFieldCount; ++f) {
                 if (names_.back().compare(QLatin1String(kFields[f].column), Qt::CaseInsensitive) ==
                     0) {
-                    layout_.places[i] = f;
-                    layout_.present[f] = true;
+                    layout->places[i] = f;
+                    layout->present[f] = true;
                     break;
                 }
             }
         }
+        layout_ = std::move(layout);
     }
 
     std::mutex mutex_;
     std::vector<QString> names_;
-    Layout layout_;
+    std::shared_ptr<const Layout> layout_;
 };
 
 ColumnMap& columnMap() {
@@ -250,42 +253,55 @@ const QString& RoleColumn(const QString& column) {
         QStringLiteral("%1 is not a role column of a person").arg(column).toStdString());
 }
 
+// Finishes a kept statement however its reading ends, so that it holds nothing between runs.
+class Finished {
+public:
+    explicit Finished(QSqlQuery& query) : query_(query) {}
+    ~Finished() { query_.finish(); }
+    Finished(const Finished&) = delete;
+    Finished& operator=(const Finished&) = delete;
+
+private:
+    QSqlQuery& query_;
+};
+
 }  // namespace
 
 void ReadPersonRecord(GIC& gic, int pID, PersonRecord& record) {
     record = PersonRecord();
     db::Connection& connection = gic.GetConnection();
-    QSqlQuery query(connection.database());
-    query.setForwardOnly(true);
-    const QString sql =
-        connection.Translate(QStringLiteral("Select * from PaTable where pID=%1;").arg(pID));
-    if (!query.exec(sql))
-        throw db::DatabaseError(query.lastError().text(), sql);
-    if (!query.next())
-        return;
-    // A column the table lacks has no place and its field simply stays empty.
-    const Layout layout = columnMap().For(query.record());
-    for (int i = 0; i < static_cast<int>(layout.places.size()); ++i) {
-        if (layout.places[i] < 0)
-            continue;
-        const QVariant value = query.value(i);
-        if (!value.isNull())
-            Assign(record, kFields[layout.places[i]], value);
+    // Every screen and the family code read persons through here: the statement is kept
+    // prepared on the connection.
+    QSqlQuery& query = connection.Prepared(QStringLiteral("Select * from PaTable where pID=?;"));
+    std::shared_ptr<const Layout> layout;
+    {
+        const Finished finished(query);
+        connection.RunPrepared(query, {pID});
+        if (!query.next())
+            return;
+        // A column the table lacks has no place and its field simply stays empty.
+        layout = columnMap().For(query.record());
+        for (int i = 0; i < static_cast<int>(layout->places.size()); ++i) {
+            if (layout->places[i] < 0)
+                continue;
+            const QVariant value = query.value(i);
+            if (!value.isNull())
+                Assign(record, kFields[layout->places[i]], value);
+        }
     }
-    query.finish();
 
     // The repairs write only what an older table has.
     QStringList repairs;
-    if (record.pPROIND == 0 && layout.Has("pPROIND")) {
+    if (record.pPROIND == 0 && layout->Has("pPROIND")) {
         const int provider = gic.GetDefaultProviderID();
         if (provider != 0) {
             record.pPROIND = provider;
             repairs << QStringLiteral("pPROIND=%1").arg(provider);
         }
     }
-    if (record.pGPDenFeeTypPerm == 0 && layout.Has("pGPDenFeeTypPerm")) {
+    if (record.pGPDenFeeTypPerm == 0 && layout->Has("pGPDenFeeTypPerm")) {
         short schedule = 0;
-        if (layout.Has("pDOCFeeTyp")) {
+        if (layout->Has("pDOCFeeTyp")) {
             schedule = static_cast<short>(
                 db::ReadScalar(connection, QStringLiteral("select pDOCFeeTyp from paTable where "
                                                           "pID=%1")
@@ -296,7 +312,7 @@ void ReadPersonRecord(GIC& gic, int pID, PersonRecord& record) {
             schedule = 1;
         record.pGPDenFeeTypPerm = schedule;
         repairs << QStringLiteral("pGPDenFeeTypPerm=%1").arg(schedule);
-        if (!gic.IsValidFeeSchedule(record.pGPDenFeeTyp) && layout.Has("pGPDenFeeTyp")) {
+        if (!gic.IsValidFeeSchedule(record.pGPDenFeeTyp) && layout->Has("pGPDenFeeTyp")) {
             record.pGPDenFeeTyp = schedule;
             repairs << QStringLiteral("pGPDenFeeTyp=%1").arg(schedule);
         }
@@ -313,69 +329,96 @@ void SetPersonType(GIC& gic, int pID, const QString& column, const QString& valu
         return;
     const QString& role = RoleColumn(column);
     db::Connection& connection = gic.GetConnection();
-
-    // The columns the consequences depend on, and the role's value before.
-    const db::Recordset row(
-        connection, QStringLiteral("Select %1, pTypX1, pTypEmp, pAccTyp, pSrtFlg, pDocIni, "
-                                   "pLASNAM, pFIRNAM, pFAMHEAIND from PATABLE WHERE pID = %2")
-                        .arg(role)
-                        .arg(pID));
-    if (row.IsEmpty())
-        return;
-    const QString previous = row.Text(0);
     const bool toPatient = role == QLatin1String("PTYPPAT");
     const bool toProvider = role == QLatin1String("PTYPDOC");
+    const bool toEmployee = role == QLatin1String("PTYPEMP");
+    const bool one = value == QLatin1String("1");
 
+    // The statement, with a `?` for each value. Its shape depends only on the role, the value
+    // and which consequences apply, so each shape is prepared once and kept.
+    QStringList sets{role + QStringLiteral(" = ?")};
+    QVariantList values{value};
+
+    // Most role changes need nothing of the row: the consequences that depend on it are read
+    // first only for the patient role (its archive marks, the status of a returning patient) and
+    // for a new provider or employee (the employee role kept, the initials).
+    const bool readRow = toPatient || (one && (toProvider || toEmployee));
+    QString previous;
     bool restoreReminders = false;
-    bool restoreAccount = false;
-    if (toPatient && value == QLatin1String("1") &&
-        row.Text(QStringLiteral("pTypX1")).trimmed() == QLatin1String("1")) {
-        gic.AskRestoreArchived(restoreReminders, restoreAccount, false, 2);
-    }
-
-    QString sql = QStringLiteral("UPDATE PATABLE SET ") + role + QStringLiteral(" = ") +
-                  gic.SqlQuoteText(value);
-    if (toProvider && value == QLatin1String("1")) {
-        const QString employee = row.Text(QStringLiteral("pTypEmp")).trimmed();
-        if (employee != QLatin1String("1") && employee != QLatin1String("2"))
-            sql += QStringLiteral(", pTypEmp='1'");
-    }
-    if (restoreAccount) {
-        QString accountType = row.Text(QStringLiteral("pAccTyp"));
-        gic.ReplaceInText(accountType, QStringLiteral("N"), QString());
-        if (accountType.contains(QLatin1Char('S')) && !gic.IsFamilyHead(pID)) {
-            if (prompts().Message(kSeparateStatementQuestion, Buttons::YesNo, Icon::Question,
-                                  kSeparateStatementTitle) == AnswerYes) {
-                gic.ReplaceInText(accountType, QStringLiteral("S"), QString());
-            }
+    if (readRow) {
+        QSqlQuery& row = connection.Prepared(
+            QStringLiteral("Select %1, pTypX1, pTypEmp, pAccTyp, pSrtFlg, pDocIni, pLASNAM, "
+                           "pFIRNAM from PATABLE WHERE pID = ?")
+                .arg(role));
+        QStringList read;
+        {
+            const Finished finished(row);
+            connection.RunPrepared(row, {pID});
+            if (!row.next())
+                return;  // nobody to change
+            for (int i = 0; i < 8; ++i)
+                read << row.value(i).toString();
         }
-        sql += QStringLiteral(", pAccTyp=") + gic.SqlQuoteText(accountType);
-    }
-    if (toPatient && (value == QLatin1String("1") || value == QLatin1String("Z"))) {
-        QString sortFlags = row.Text(QStringLiteral("pSrtFlg"));
-        gic.ReplaceInText(sortFlags, QStringLiteral("!"), QString());
-        sql += QStringLiteral(", pSrtFlg=") + gic.SqlQuoteText(sortFlags) +
-               QStringLiteral(", pTypX1='0'");
+        previous = read[0];
+        bool restoreAccount = false;
+        if (toPatient && one && read[1].trimmed() == QLatin1String("1"))
+            gic.AskRestoreArchived(restoreReminders, restoreAccount, false, 2);
+        if (toProvider && one) {
+            const QString employee = read[2].trimmed();
+            if (employee != QLatin1String("1") && employee != QLatin1String("2"))
+                sets << QStringLiteral("pTypEmp='1'");
+        }
+        if (restoreAccount) {
+            QString accountType = read[3];
+            gic.ReplaceInText(accountType, QStringLiteral("N"), QString());
+            if (accountType.contains(QLatin1Char('S')) && !gic.IsFamilyHead(pID)) {
+                if (prompts().Message(kSeparateStatementQuestion, Buttons::YesNo, Icon::Question,
+                                      kSeparateStatementTitle) == AnswerYes) {
+                    gic.ReplaceInText(accountType, QStringLiteral("S"), QString());
+                }
+            }
+            sets << QStringLiteral("pAccTyp = ?");
+            values << accountType;
+        }
+        if (toPatient && (one || value == QLatin1String("Z"))) {
+            QString sortFlags = read[4];
+            gic.ReplaceInText(sortFlags, QStringLiteral("!"), QString());
+            sets << QStringLiteral("pSrtFlg = ?") << QStringLiteral("pTypX1='0'");
+            values << sortFlags;
+        }
+        if (one && (toProvider || toEmployee) && read[5].trimmed().isEmpty()) {
+            sets << QStringLiteral("pDocIni = ?");
+            values << gic.MakeDefaultInitials(pID, read[6].trimmed(), read[7].trimmed());
+        }
     }
     if (toProvider && value == QLatin1String("Z"))
-        sql += QStringLiteral(", pTypEmp='1'");
-    if (value == QLatin1String("1") && (toProvider || role == QLatin1String("PTYPEMP")) &&
-        row.Text(QStringLiteral("pDocIni")).trimmed().isEmpty()) {
-        const QString initials =
-            gic.MakeDefaultInitials(pID, row.Text(QStringLiteral("pLASNAM")).trimmed(),
-                                    row.Text(QStringLiteral("pFIRNAM")).trimmed());
-        sql += QStringLiteral(", pDocIni=") + gic.SqlQuoteText(initials);
+        sets << QStringLiteral("pTypEmp='1'");
+    // Whoever receives a role is head of a family of one unless already placed; the statement
+    // decides it from the row as it stands.
+    sets << QStringLiteral(
+        "pFAMHEAIND = CASE WHEN pFAMHEAIND IS NULL OR pFAMHEAIND = 0 THEN pID ELSE pFAMHEAIND END");
+    values << pID;
+    QSqlQuery& update =
+        connection.Prepared(QStringLiteral("UPDATE PATABLE SET ") +
+                            sets.join(QStringLiteral(", ")) + QStringLiteral(" WHERE pID = ?;"));
+    int changed = 0;
+    {
+        const Finished finished(update);
+        changed = connection.RunPrepared(update, values);
     }
-    if (row.Long(QStringLiteral("pFAMHEAIND")) == 0)
-        sql += QStringLiteral(", pFAMHEAIND=%1").arg(pID);
-    sql += QStringLiteral(" WHERE pID = %1;").arg(pID);
-    connection.ExecuteOneRow(sql);
+    if (changed == 0) {
+        // A row read a moment ago and gone now was deleted by another station; a person never
+        // there is simply nobody to change.
+        if (readRow)
+            throw db::RowNotFoundError(update.lastQuery());
+        return;
+    }
 
     if (extraID != 0)
         gic.PersonRoleAdded(pID, extraID);
     if (restoreReminders)
         gic.RestorePersonRecalls(pID);
-    if (toPatient && value == QLatin1String("1") && previous.trimmed() != QLatin1String("1"))
+    if (toPatient && one && previous.trimmed() != QLatin1String("1"))
         gic.SetPatientStatus(pID, QStringLiteral("A"));
     gic.NotifyPersonChanged(pID);
 }

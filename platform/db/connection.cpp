@@ -77,6 +77,8 @@ Connection::Connection(const ConnectionOptions& options)
       name_(QStringLiteral("orvo-%1").arg(connectionCounter.fetchAndAddRelaxed(1))) {}
 
 Connection::~Connection() {
+    stale_.clear();
+    prepared_.clear();  // statements go before their connection
     db_.close();
     db_ = QSqlDatabase();
     QSqlDatabase::removeDatabase(name_);
@@ -203,6 +205,40 @@ void Connection::ExecuteOneRow(const QString& sql) {
         qCWarning(lcDb).noquote() << error.describe();
         throw error;
     }
+}
+
+QSqlQuery& Connection::Prepared(const QString& sql) {
+    if (const auto found = prepared_.constFind(sql); found != prepared_.constEnd()) {
+        if (!stale_.contains(found->get()))
+            return **found;
+        stale_.remove(found->get());
+    }
+    const QString statement = Translate(sql);
+    RequireOneStatement(statement);
+    auto query = std::make_shared<QSqlQuery>(db_);
+    query->setForwardOnly(true);
+    if (!query->prepare(statement)) {
+        const DatabaseError error(DriverMessage(query->lastError()), statement);
+        qCWarning(lcDb).noquote() << error.describe();
+        throw error;
+    }
+    prepared_.insert(sql, query);
+    return *query;
+}
+
+int Connection::RunPrepared(QSqlQuery& query, const QVariantList& values) {
+    if (hook_)
+        hook_(query.lastQuery());
+    for (qsizetype i = 0; i < values.size(); ++i)
+        query.bindValue(static_cast<int>(i), values[i]);
+    if (query.exec())
+        return std::max(query.numRowsAffected(), 0);
+    const DatabaseError error(DriverMessage(query.lastError()), query.lastQuery());
+    qCWarning(lcDb).noquote() << error.describe();
+    query.finish();
+    // Prepared anew on its next use; the caller may still hold this one while the error goes by.
+    stale_.insert(&query);
+    throw error;
 }
 
 qint64 Connection::InsertWithIdentity(const QString& insertSql) {

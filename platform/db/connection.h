@@ -2,9 +2,11 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
+#include <QVariantList>
 #include <functional>
 #include <memory>
 
@@ -65,6 +67,18 @@ public:
     // Throws DatabaseError when the driver fails.
     void Send(QSqlQuery& query, const QString& statement);
 
+    // A statement kept prepared on this connection, for the few that run once per row in hot
+    // paths (a person's read, a role change): `sql` is in the suite's dialect with `?` for each
+    // value, translated and prepared on first use and reused after. Unlike Compose, the driver
+    // keeps the statement parsed and the values are bound, never written into the text. Run it with
+    // RunPrepared; a query that gives rows is read and then finish()ed by its caller, so that it
+    // holds nothing between runs. Throws DatabaseError when the statement cannot be prepared.
+    QSqlQuery& Prepared(const QString& sql);
+    // Runs a statement of Prepared with these values bound in order; answers the rows changed.
+    // A failure throws DatabaseError and drops the statement, so that the next use prepares it
+    // anew (the table may have changed under it).
+    int RunPrepared(QSqlQuery& query, const QVariantList& values);
+
     // A plain transaction, or an exclusive one: on the embedded engine it holds the write lock
     // from its start (waiting up to the busy timeout for it), on the server it holds the
     // practice's schema lock; stations that begin one take turns.
@@ -76,7 +90,8 @@ public:
 
     // Called with each statement just before it goes to the driver; a hook that throws keeps
     // the statement from being sent. Tests fail a chosen statement with it, benchmarks keep the
-    // statements an operation sends. An empty hook removes it.
+    // statements an operation sends. A kept statement (Prepared) is passed as prepared, with `?`
+    // for its values. An empty hook removes it.
     using StatementHook = std::function<void(const QString& statement)>;
     void SetStatementHook(StatementHook hook) { hook_ = std::move(hook); }
 
@@ -102,6 +117,9 @@ private:
     StatementHook hook_;
     // Shapes translated, cut at their marks; a few dozen at the most in a session.
     mutable QHash<QString, QStringList> shapes_;
+    // Statements of Prepared, by their text before translation.
+    QHash<QString, std::shared_ptr<QSqlQuery>> prepared_;
+    QSet<const QSqlQuery*> stale_;  // failed on their last run: prepared anew on the next use
 };
 
 // Keeps a transaction open for its scope; rolls back unless Commit() was called. Opened while

@@ -221,9 +221,30 @@ TEST_P(PersonRecordTest, NothingHappensForBlankArgumentsOrAMissingPersonAndBadCo
     SetPersonType(Host(), person, "PTYPPAT", "");
     SetPersonType(Host(), 0, "PTYPPAT", "1");
     SetPersonType(Host(), 99999, "PTYPPAT", "1");
+    SetPersonType(Host(), 99999, "PTYPREF", "1");  // a role that needs nothing read first
     EXPECT_TRUE(Host().calls.isEmpty());
     EXPECT_THROW(SetPersonType(Host(), person, "pLASNAM", "1"), std::invalid_argument);
     EXPECT_EQ(Column(person, "pTypPat"), "");
+}
+
+// A role with no consequences of its own is given without reading the row first; the family
+// placement is decided by the statement from the row as it stands.
+TEST_P(PersonRecordTest, RolesWithoutConsequencesPlaceTheUnplacedAndKeepThePlaced) {
+    const int head = AddPerson({"pLASNAM", "pFAMHEAIND"}, {"'Peña'", "0"});
+    const int member = AddPerson({"pLASNAM", "pFAMHEAIND"}, {"'Peña'", QString::number(head)});
+    const int unplaced = AddPerson({"pLASNAM"}, {"'Müller'"});
+    SetPersonType(Host(), head, "ptypref", "1");
+    SetPersonType(Host(), member, "PTYPPHY", "1");
+    SetPersonType(Host(), unplaced, "PTYPX2", "Z");
+    SetPersonType(Host(), member, "PTYPEMP", "0");
+    EXPECT_EQ(Column(head, "pFAMHEAIND"), QString::number(head));
+    EXPECT_EQ(Column(head, "pTypRef"), "1");
+    EXPECT_EQ(Column(member, "pFAMHEAIND"), QString::number(head));
+    EXPECT_EQ(Column(member, "pTypPhy"), "1");
+    EXPECT_EQ(Column(member, "pTypEmp"), "0");
+    EXPECT_EQ(Column(unplaced, "pFAMHEAIND"), QString::number(unplaced));
+    EXPECT_EQ(Column(unplaced, "pTypX2"), "Z");
+    EXPECT_EQ(Host().calls.size(), 4);
 }
 
 TEST_P(PersonRecordTest, DefaultNickNameIsTheFirstWordOfTheFirstName) {

@@ -271,6 +271,33 @@ TEST_P(DatabaseTest, ErrorsCarryTheStatementAndLeaveTheConnectionUsable) {
     EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable").toInt(), 1);
 }
 
+// Statements kept prepared: one per text, values bound (quotes and accents need no quoting), a
+// failed run leaves the connection usable and the statement prepared anew.
+TEST_P(DatabaseTest, PreparedStatementsAreKeptAndBoundAndSurviveAFailure) {
+    const QString insert =
+        QStringLiteral("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (?, ?)");
+    QSqlQuery& first = db().Prepared(insert);
+    EXPECT_EQ(&db().Prepared(insert), &first);
+    EXPECT_EQ(db().RunPrepared(first, {7, QStringLiteral("O'Brien & Peña")}), 1);
+    EXPECT_EQ(db().RunPrepared(first, {8, QStringLiteral("Müller")}), 1);
+    EXPECT_THROW(db().RunPrepared(first, {7, QStringLiteral("taken key")}), db::DatabaseError);
+    QSqlQuery& again = db().Prepared(insert);
+    EXPECT_EQ(db().RunPrepared(again, {9, QStringLiteral("Zoë")}), 1);
+
+    QSqlQuery& read =
+        db().Prepared("SELECT InsCoNam FROM InsCoTable WHERE InsCoNam = ? ORDER BY InsCoInd");
+    db().RunPrepared(read, {QStringLiteral("o'brien & PEÑA")});
+    ASSERT_TRUE(read.next());
+    EXPECT_EQ(read.value(0).toString(), "O'Brien & Peña");
+    read.finish();
+    EXPECT_EQ(
+        db().RunPrepared(db().Prepared("UPDATE InsCoTable SET InsCoCit = ? WHERE InsCoInd = ?"),
+                         {QStringLiteral("Köln"), 99}),
+        0);
+    EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable").toInt(), 3);
+    EXPECT_THROW(db().Prepared("SELECT 1; SELECT 2"), db::DatabaseError);
+}
+
 // Every subsystem declares its columns through the same helpers: a number or a flag that an
 // insert leaves out reads 0, and a flag is a small integer the statements compare with 0 and 1.
 TEST_P(DatabaseTest, DeclaredNumbersAndFlagsReadZeroWhenLeftOut) {
