@@ -145,10 +145,10 @@ void SeedDemoCoverageChains(db::Connection& connection, const QList<int>& subscr
 
     // Every demo coverage is the primary of its person.
     connection.Execute(QStringLiteral(
-        "UPDATE PATable SET pEmpID1 = (SELECT min(ELTable.elEmpID) FROM PatEmpTable INNER JOIN "
-        "ELTable ON PatEmpTable.PatEmpElID = ELTable.elID WHERE PatEmpTable.PatEmpPatID = "
-        "PATable.pID AND PatEmpTable.PatEmpFla = 0) WHERE pID IN (SELECT PatEmpPatID FROM "
-        "PatEmpTable)"));
+        "UPDATE PATable SET pEmpID1 = (SELECT min(PatEmpTable.PatEmpElID) FROM PatEmpTable WHERE "
+        "PatEmpTable.PatEmpPatID = PATable.pID AND PatEmpTable.PatEmpFla = 0 AND "
+        "PatEmpTable.PatEmpOrd = 1) WHERE pID IN (SELECT PatEmpPatID FROM PatEmpTable WHERE "
+        "PatEmpFla = 0 AND PatEmpOrd = 1)"));
     {
         db::Recordset rs(connection,
                          QStringLiteral("SELECT CovTable.CovPatID, PatEmpTable.PatEmpElID, "

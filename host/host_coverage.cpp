@@ -11,9 +11,11 @@
 //                             as one character. A link of 0 clears the three (0, 0, blank) and,
 //                             after a removal, the position's figures pxxxDED, pxxxBAL, pxxxYTD
 //                             as well: nothing covers the position any more.
-//   SetPersonPrimaryEmployer  pEmpID1, the employer of the person's first subscriber link. The
-//                             plan of that link has no column of its own on the row: the plan the
-//                             older layout reads is the primary coverage's (pPRIINSID).
+//   SetPersonPrimaryEmployer  pEmpID1, the employer-plan link (elID) of the person's first
+//                             subscriber link: one value names both the employer and the plan,
+//                             and the person lists join pEmpID1 to ELTable.elID for the
+//                             business address. Without an active first link, the active link
+//                             of that employer and plan.
 //   SetCoverageYearToDate     the position's pxxxYTD (used), pxxxDED (deductible met) and pxxxBAL
 //                             (remaining); the annual maximum is the office's, not the person's.
 //
@@ -88,9 +90,20 @@ void SetPersonCoverageLink(db::Connection& connection, int personId, int linkId,
     connection.ExecuteOneRow(sql + QStringLiteral(" WHERE pID = %1").arg(personId));
 }
 
-void SetPersonPrimaryEmployer(db::Connection& connection, int personId, int employerId) {
+void SetPersonPrimaryEmployer(db::Connection& connection, int personId, int employerId,
+                              int groupPlanId) {
+    QVariant link = db::ReadScalar(
+        connection, QStringLiteral("SELECT PatEmpElID FROM PatEmpTable WHERE PatEmpPatID = %1 AND "
+                                   "PatEmpOrd = 1 AND PatEmpFla = 0")
+                        .arg(personId));
+    if (link.isNull() || link.toInt() == 0)
+        link = db::ReadScalar(connection,
+                              QStringLiteral("SELECT min(elID) FROM ELTable WHERE elEmpID = %1 AND "
+                                             "elGroID = %2 AND elFla = 0")
+                                  .arg(employerId)
+                                  .arg(groupPlanId));
     connection.ExecuteOneRow(QStringLiteral("UPDATE PATable SET pEmpID1 = %1 WHERE pID = %2")
-                                 .arg(employerId)
+                                 .arg(link.toInt())
                                  .arg(personId));
 }
 

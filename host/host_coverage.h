@@ -16,7 +16,8 @@ inline const QString kAnnualCoverageDefault = QStringLiteral("1000.00");
 // a person belongs to, and the names the coverage texts show. HostGIC forwards to these.
 void SetPersonCoverageLink(db::Connection& connection, int personId, int linkId, bool isPrimary,
                            bool afterRemoval);
-void SetPersonPrimaryEmployer(db::Connection& connection, int personId, int employerId);
+void SetPersonPrimaryEmployer(db::Connection& connection, int personId, int employerId,
+                              int groupPlanId);
 CoverageYearToDate PersonCoverageYearToDate(GIC& gic, int personId, bool isPrimary);
 void SetPersonCoverageYearToDate(db::Connection& connection, int personId, bool isPrimary,
                                  const CoverageYearToDate& figures);

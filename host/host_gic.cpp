@@ -345,9 +345,9 @@ void HostGIC::FlushConnection(db::Connection&, int) {
 void HostGIC::SetPersonCoverageLink(int personId, int linkId, bool isPrimary, bool afterRemoval) {
     host::SetPersonCoverageLink(GetConnection(), personId, linkId, isPrimary, afterRemoval);
 }
-void HostGIC::SetPersonPrimaryEmployer(int personId, int employerId, int /*groupPlanId*/,
+void HostGIC::SetPersonPrimaryEmployer(int personId, int employerId, int groupPlanId,
                                        bool /*flag*/) {
-    host::SetPersonPrimaryEmployer(GetConnection(), personId, employerId);
+    host::SetPersonPrimaryEmployer(GetConnection(), personId, employerId, groupPlanId);
 }
 CoverageYearToDate HostGIC::GetCoverageYearToDate(int personId, bool isPrimary) {
     return PersonCoverageYearToDate(*this, personId, isPrimary);

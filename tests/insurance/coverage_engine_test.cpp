@@ -53,7 +53,8 @@ TEST_P(CoverageEngineTest, FirstPlanLinkCoversTheSubscriberAndNotesIt) {
     const int pe1 = JoseOnFirstPlan();
     const int cov = chain().Coverage(jose, pe1);
     EXPECT_EQ(chain().Coverages(jose), QStringList{QStringLiteral("%1 1 1 0").arg(pe1)});
-    EXPECT_EQ(chain().PersonColumn(jose, QStringLiteral("pEmpID1")), QString::number(employer));
+    // The first employer is kept as its employer-plan link, which the person lists join.
+    EXPECT_EQ(chain().PersonColumn(jose, QStringLiteral("pEmpID1")), QString::number(l1));
     EXPECT_EQ(Position(jose, QStringLiteral("PRI")), QStringLiteral("%1 %2 1").arg(l1).arg(jose));
 
     const QStringList notes = chain().Notes(jose);
@@ -81,10 +82,11 @@ TEST_P(CoverageEngineTest, FirstPlanLinkCoversTheSubscriberAndNotesIt) {
     EXPECT_TRUE(chain().Coverages(zoe).isEmpty());
     ASSERT_TRUE(Cover(lucia, pe1));
     const int other = chain().Employer(QStringLiteral("Städtische Werke"));
-    Subscribe(lucia, 0,
-              chain().PlanLink(other, QStringLiteral("Harborline"), QStringLiteral("H1")));
+    const int harborline =
+        chain().PlanLink(other, QStringLiteral("Harborline"), QStringLiteral("H1"));
+    Subscribe(lucia, 0, harborline);
     EXPECT_EQ(chain().Coverages(lucia).size(), 1);
-    EXPECT_EQ(chain().PersonColumn(lucia, QStringLiteral("pEmpID1")), QString::number(other));
+    EXPECT_EQ(chain().PersonColumn(lucia, QStringLiteral("pEmpID1")), QString::number(harborline));
     EXPECT_TRUE(chain().InvariantFaults().isEmpty())
         << chain().InvariantFaults().join("\n").toStdString();
 }
@@ -249,7 +251,7 @@ TEST_P(CoverageEngineTest, NoInsuranceInPlaceOfThePlanEndsTheWholeFamilysCoverag
     EXPECT_EQ(chain().Long(
                   QStringLiteral("SELECT PatEmpFla FROM PatEmpTable WHERE PatEmpID=%1").arg(pe1)),
               1);
-    EXPECT_EQ(chain().PersonColumn(jose, QStringLiteral("pEmpID1")), QString::number(employer));
+    EXPECT_EQ(chain().PersonColumn(jose, QStringLiteral("pEmpID1")), QString::number(none));
 
     // The plan back moves nobody: coverage that ended stays ended.
     Subscribe(jose, none, l2);
