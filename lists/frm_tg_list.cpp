@@ -869,45 +869,49 @@ QString frmTGList::BuildNewRecordText() const {
     return text;
 }
 
-void frmTGList::Command_New() {
-    ui_->DotNetGrid->setCurrentIndex(QModelIndex());
-    QString start = QStringLiteral("NEW") + QChar(1) + BuildNewRecordText();
-    int id = 0;
-    bool ran = false;
+// Opens the editing screen of the list's own kind of record: a new one, or the one text names.
+// Nothing when the list has no record screen; else whether the screen ran.
+std::optional<bool> frmTGList::StartRecordScreen(QString& text, int& id) {
     switch (ListType) {
         case lulInsuranceCo:
-            ran = RunStart(tr("The insurance company screen"),
-                           [&](EditingScreen& s) { s.Ins_Company_Start(start, id); });
-            break;
+            return RunStart(tr("The insurance company screen"),
+                            [&](EditingScreen& s) { s.Ins_Company_Start(text, id); });
         case lulPharmacy:
-            ran = RunStart(tr("The pharmacy screen"),
-                           [&](EditingScreen& s) { s.Pharmacy_Start(start, id); });
-            break;
+            return RunStart(tr("The pharmacy screen"),
+                            [&](EditingScreen& s) { s.Pharmacy_Start(text, id); });
         case lulEmployer:
-            ran = RunStart(tr("The employer screen"), [&](EditingScreen& s) {
+            return RunStart(tr("The employer screen"), [&](EditingScreen& s) {
                 QString formTag;
                 int patient = EmployerPatientID;
                 int subscriber = 0;
                 int link = 0;
-                s.Employer_Start(start, id, patient, formTag, subscriber, link, estEmployer,
+                s.Employer_Start(text, id, patient, formTag, subscriber, link, estEmployer,
                                  ShowFacilityOptions);
             });
-            break;
         case lulGroupPlan:
-            ran = RunStart(tr("The group plan screen"), [&](EditingScreen& s) {
+            return RunStart(tr("The group plan screen"), [&](EditingScreen& s) {
                 int carrier = GroupPlanCompanyID;
-                s.Grp_Plan_Start(start, id, carrier);
+                s.Grp_Plan_Start(text, id, carrier);
             });
-            break;
         case lulRecallMaster:
-            start = QStringLiteral("NEW");
-            ran = RunStart(tr("The recall master screen"),
-                           [&](EditingScreen& s) { s.Recall_Master_Start(start, id); });
-            break;
+            return RunStart(tr("The recall master screen"),
+                            [&](EditingScreen& s) { s.Recall_Master_Start(text, id); });
         default:
-            return;
+            return std::nullopt;
     }
-    if (!ran || id == 0) {
+}
+
+void frmTGList::Command_New() {
+    ui_->DotNetGrid->setCurrentIndex(QModelIndex());
+    QString start = QStringLiteral("NEW") + QChar(1) + BuildNewRecordText();
+    int id = 0;
+    // The recall master screen starts a new recall from the word alone.
+    if (ListType == lulRecallMaster)
+        start = QStringLiteral("NEW");
+    const std::optional<bool> ran = StartRecordScreen(start, id);
+    if (!ran)
+        return;
+    if (!*ran || id == 0) {
         CurrentRowChanged();
         return;
     }
@@ -989,38 +993,10 @@ void frmTGList::Command_Edit() {
         ran = RunStart(tr("The person screen"),
                        [&](EditingScreen& s) { s.PaTable_Edit_Start(field, text); });
     } else {
-        switch (ListType) {
-            case lulInsuranceCo:
-                ran = RunStart(tr("The insurance company screen"),
-                               [&](EditingScreen& s) { s.Ins_Company_Start(text, editId); });
-                break;
-            case lulPharmacy:
-                ran = RunStart(tr("The pharmacy screen"),
-                               [&](EditingScreen& s) { s.Pharmacy_Start(text, editId); });
-                break;
-            case lulEmployer:
-                ran = RunStart(tr("The employer screen"), [&](EditingScreen& s) {
-                    QString formTag;
-                    int patient = EmployerPatientID;
-                    int subscriber = 0;
-                    int link = 0;
-                    s.Employer_Start(text, editId, patient, formTag, subscriber, link, estEmployer,
-                                     ShowFacilityOptions);
-                });
-                break;
-            case lulGroupPlan:
-                ran = RunStart(tr("The group plan screen"), [&](EditingScreen& s) {
-                    int carrier = GroupPlanCompanyID;
-                    s.Grp_Plan_Start(text, editId, carrier);
-                });
-                break;
-            case lulRecallMaster:
-                ran = RunStart(tr("The recall master screen"),
-                               [&](EditingScreen& s) { s.Recall_Master_Start(text, editId); });
-                break;
-            default:
-                return;
-        }
+        const std::optional<bool> started = StartRecordScreen(text, editId);
+        if (!started)
+            return;
+        ran = *started;
     }
     if (ran)
         RefreshRecord(id);

@@ -170,6 +170,7 @@ private:
     void GotoTimer();
     void ReportNotAvailable(const QString& what);
     bool RunStart(const QString& what, const std::function<void(EditingScreen&)>& start);
+    std::optional<bool> StartRecordScreen(QString& text, int& id);
 
     GIC& gic_;
     ListOwner& owner_;
