@@ -127,12 +127,8 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
 
 std::unique_ptr<Fixture> fixtures[2];
 
-db::Engine EngineOf(const benchmark::State& state) {
-    return state.range(0) == 0 ? db::Engine::Sqlite : db::Engine::Postgres;
-}
-
 Fixture* FixtureFor(benchmark::State& state) {
-    const db::Engine engine = EngineOf(state);
+    const db::Engine engine = bench::EngineArg(state);
     if (bench::SkipWithoutEngine(state, engine))
         return nullptr;
     auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];

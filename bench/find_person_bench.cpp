@@ -23,11 +23,6 @@ namespace {
 
 using namespace orvo;
 
-int Persons() {
-    const int n = qEnvironmentVariableIntValue("ORVO_BENCH_PERSONS");
-    return n > 0 ? n : 500000;
-}
-
 struct Search {
     QString typed;      // "Smith, J"
     QString statement;  // the search's own statement, in the engine's dialect
@@ -45,7 +40,8 @@ struct Fixture {
 
 std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     auto f = std::make_unique<Fixture>();
-    f->session.connection = db::Connection::Open(bench::KeptPersonPractice(engine, Persons()));
+    f->session.connection =
+        db::Connection::Open(bench::KeptPersonPractice(engine, bench::KeptPracticePersons()));
     f->session.loginName = QStringLiteral("BENCH");
     f->gic = std::make_unique<host::HostGIC>(f->session);
     // Heads spread over the table, each searched as a person would type them.
@@ -67,7 +63,7 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
 std::unique_ptr<Fixture> fixtures[2];
 
 Fixture* FixtureFor(benchmark::State& state) {
-    const db::Engine engine = state.range(0) == 0 ? db::Engine::Sqlite : db::Engine::Postgres;
+    const db::Engine engine = bench::EngineArg(state);
     if (bench::SkipWithoutEngine(state, engine))
         return nullptr;
     auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];

@@ -29,11 +29,6 @@ namespace {
 
 using namespace orvo;
 
-int Persons() {
-    const int n = qEnvironmentVariableIntValue("ORVO_BENCH_PERSONS");
-    return n > 0 ? n : 500000;
-}
-
 constexpr int kCarriers = 50000;
 
 struct ListData {
@@ -82,7 +77,8 @@ ListData& Data(db::Engine engine, LookUpListTypes type) {
     if (d.connection)
         return d;
     if (type == lulFamilyHead) {
-        d.connection = db::Connection::Open(bench::KeptPersonPractice(engine, Persons()));
+        d.connection =
+            db::Connection::Open(bench::KeptPersonPractice(engine, bench::KeptPracticePersons()));
     } else {
         d.dir = std::make_unique<QTemporaryDir>();
         d.connection = MakeCarriers(engine, *d.dir);

@@ -28,11 +28,6 @@ namespace {
 
 using namespace orvo;
 
-int Persons() {
-    const int n = qEnvironmentVariableIntValue("ORVO_BENCH_PERSONS");
-    return n > 0 ? n : 500000;
-}
-
 struct Fixture {
     host::HostSession session;
     std::unique_ptr<host::HostGIC> gic;
@@ -44,9 +39,10 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     bool made = false;
     double seconds = 0;
     const db::ConnectionOptions options =
-        bench::KeptPersonPractice(engine, Persons(), &made, &seconds);
+        bench::KeptPersonPractice(engine, bench::KeptPracticePersons(), &made, &seconds);
     if (made) {
-        std::fprintf(stderr, "made a practice of %d persons on %s in %.1f s\n", Persons(),
+        std::fprintf(stderr, "made a practice of %d persons on %s in %.1f s\n",
+                     bench::KeptPracticePersons(),
                      engine == db::Engine::Sqlite ? "SQLite" : "PostgreSQL", seconds);
     }
     f->session.connection = db::Connection::Open(options);
@@ -59,7 +55,7 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
             .toInt();
     std::mt19937 rng(7);
     for (int i = 0; i < 2000; ++i)
-        f->ids.push_back(first + static_cast<int>(rng() % (Persons() - first)));
+        f->ids.push_back(first + static_cast<int>(rng() % (bench::KeptPracticePersons() - first)));
     return f;
 }
 
@@ -74,17 +70,13 @@ Fixture* FixtureFor(benchmark::State& state, db::Engine engine) {
     return f.get();
 }
 
-db::Engine EngineOf(const benchmark::State& state) {
-    return state.range(0) == 0 ? db::Engine::Sqlite : db::Engine::Postgres;
-}
-
 void Exec(QSqlQuery& query, const QString& sql) {
     if (!query.exec(sql))
         throw db::DatabaseError(query.lastError().text(), sql);
 }
 
 void BareSelect(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, EngineOf(state));
+    Fixture* f = FixtureFor(state, bench::EngineArg(state));
     if (!f)
         return;
     size_t i = 0;
@@ -101,7 +93,7 @@ void BareSelect(benchmark::State& state) {
 }
 
 void BareSelectPrepared(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, EngineOf(state));
+    Fixture* f = FixtureFor(state, bench::EngineArg(state));
     if (!f)
         return;
     QSqlQuery query(f->session.connection->database());
@@ -122,7 +114,7 @@ void BareSelectPrepared(benchmark::State& state) {
 }
 
 void ReadPersonRecord(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, EngineOf(state));
+    Fixture* f = FixtureFor(state, bench::EngineArg(state));
     if (!f)
         return;
     size_t i = 0;
@@ -134,7 +126,7 @@ void ReadPersonRecord(benchmark::State& state) {
 }
 
 void BareUpdate(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, EngineOf(state));
+    Fixture* f = FixtureFor(state, bench::EngineArg(state));
     if (!f)
         return;
     QSqlQuery query(f->session.connection->database());
@@ -149,7 +141,7 @@ void BareUpdate(benchmark::State& state) {
 }
 
 void BareUpdatePrepared(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, EngineOf(state));
+    Fixture* f = FixtureFor(state, bench::EngineArg(state));
     if (!f)
         return;
     QSqlQuery query(f->session.connection->database());
@@ -165,7 +157,7 @@ void BareUpdatePrepared(benchmark::State& state) {
 }
 
 void SetPersonType(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, EngineOf(state));
+    Fixture* f = FixtureFor(state, bench::EngineArg(state));
     if (!f)
         return;
     size_t i = 0;

@@ -24,6 +24,10 @@ db::ConnectionOptions BenchDatabase(db::Engine engine, const QTemporaryDir& dir,
     return options;
 }
 
+db::Engine EngineArg(const benchmark::State& state) {
+    return state.range(0) == 0 ? db::Engine::Sqlite : db::Engine::Postgres;
+}
+
 bool SkipWithoutEngine(benchmark::State& state, db::Engine engine) {
     if (engine == db::Engine::Postgres && qEnvironmentVariableIsEmpty("ORVO_TEST_PG")) {
         state.SkipWithError("ORVO_TEST_PG is not set");

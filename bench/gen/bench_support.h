@@ -18,6 +18,9 @@ namespace orvo::bench {
 db::ConnectionOptions BenchDatabase(db::Engine engine, const QTemporaryDir& dir,
                                     const QString& prefix);
 
+// The engine a benchmark's first argument names: 0 SQLite, 1 PostgreSQL.
+db::Engine EngineArg(const benchmark::State& state);
+
 // True (and the benchmark marked skipped) when the engine is PostgreSQL and no server is named.
 bool SkipWithoutEngine(benchmark::State& state, db::Engine engine);
 

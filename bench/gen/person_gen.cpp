@@ -262,6 +262,11 @@ GeneratedPersons GeneratePersons(db::Connection& connection, int persons, unsign
     return out;
 }
 
+int KeptPracticePersons() {
+    const int n = qEnvironmentVariableIntValue("ORVO_BENCH_PERSONS");
+    return n > 0 ? n : 500000;
+}
+
 db::ConnectionOptions KeptPersonPractice(db::Engine engine, int persons, bool* made,
                                          double* seconds) {
     db::ConnectionOptions options;

@@ -31,4 +31,7 @@ GeneratedPersons GeneratePersons(db::Connection& connection, int persons, unsign
 db::ConnectionOptions KeptPersonPractice(db::Engine engine, int persons, bool* made = nullptr,
                                          double* seconds = nullptr);
 
+// The size of the kept practice the person benchmarks share: ORVO_BENCH_PERSONS, else 500,000.
+int KeptPracticePersons();
+
 }  // namespace orvo::bench
