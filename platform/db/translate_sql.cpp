@@ -629,7 +629,11 @@ void Statement::RewriteBackslashStrings() {
             continue;
         if (i > 0 && t_[i - 1].kind == Kind::Word && Same(t_[i - 1].text, "E"_L1))
             continue;
-        t.text = u'E' + QString(t.text).replace(u"\\"_s, u"\\\\"_s);
+        // Glued to a word (malformed text), the E stands apart, or it would lengthen the word.
+        const bool glued =
+            i > 0 && (t_[i - 1].kind == Kind::Word || t_[i - 1].kind == Kind::Number ||
+                      t_[i - 1].kind == Kind::Variable);
+        t.text = (glued ? u" E"_s : u"E"_s) + QString(t.text).replace(u"\\"_s, u"\\\\"_s);
     }
 }
 

@@ -369,6 +369,10 @@ TEST(TranslateSql, BackslashesGoToTheServerInTheEscapeForm) {
     EXPECT_TRUE(HoldsOneStatement(pg, Engine::Postgres));
     EXPECT_EQ(TranslateSql(pg, Engine::Postgres), pg);
     EXPECT_EQ(TranslateSql(sql, Engine::Sqlite), sql);
+    // A string glued to a word keeps the word as it was.
+    const QString glued = TranslateSql(u"SELECT x'a\\b'"_qs, Engine::Postgres);
+    EXPECT_EQ(glued, u"SELECT x E'a\\\\b'"_qs);
+    EXPECT_EQ(TranslateSql(glued, Engine::Postgres), glued);
 }
 
 TEST(TranslateSql, TextInsideLiteralsAndQuotedNamesIsNeverRewritten) {
