@@ -1298,7 +1298,9 @@ void Statement::RewriteUpdate() {
 
     const auto ref =
         std::find_if(refs.begin(), refs.end(), [&](const TableRef& r) { return r.Is(target); });
-    if (target.isEmpty() || ref == refs.end() || ref->name.isEmpty())
+    // A target named like the owner stays as it is: its row key, dbo.rowid, would read as the
+    // owner's prefix on the next pass and lose its table.
+    if (target.isEmpty() || ref == refs.end() || ref->name.isEmpty() || Same(target, "dbo"_L1))
         return;
     const QString table = ref->name;
     const QString key = RowKey();

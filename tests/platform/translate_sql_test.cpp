@@ -256,6 +256,14 @@ TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
         {u"Set APTabTrim(le.APDrID=5 where a)t>=#01/31/2024#"_s,
          "Set APTabTrim(le.APDrID=5 where a)t>='2024-01-31'",
          "Set APTabTrim(le.APDrID=5 where a)t>='2024-01-31'"},
+        // A joined UPDATE whose table is named like the owner is left joined: its row key
+        // would read as a prefix on the next pass.
+        {u"update ORVOWIN.DBO INNER JOIN b ON a.x = b.y SET a = b.c"_s,
+         "update ORVOWIN.DBO INNER JOIN b ON a.x = b.y SET a = b.c",
+         "update ORVOWIN.DBO INNER JOIN b ON a.x = b.y SET a = b.c"},
+        {u"UPDATE (dbo INNER JOIN b ON dbo.x = b.y) SET dbo.x = b.z"_s,
+         "UPDATE (dbo INNER JOIN b ON x = b.y) SET x = b.z",
+         "UPDATE (dbo INNER JOIN b ON x = b.y) SET x = b.z"},
         {u"DELETE t.* From t From t WHERE a=3"_s, "DELETE From t WHERE a=3",
          "DELETE From t WHERE a=3"},
         {u"DELETE * FROM ZipCodTable FROM ZipCodTable WHERE ZipCodID=3"_s,
