@@ -173,7 +173,7 @@ protected:
     void AddStage(int type, int sequence, const MessageBodies& bodies, bool autoReturn = true) {
         ReminderStore store(gic());
         const int master = store.GetReminderMaster(type);
-        const int stage = static_cast<int>(main().InsertWithIdentity(
+        const int stage = static_cast<int>(connection().InsertWithIdentity(
             QStringLiteral("insert into emsTable (emsLinTyp, emsLinID, emsSeq, emsPer, emsPerTyp, "
                            "emsPID) values (%1, %2, %3, 1, 'D', 0)")
                 .arg(gic().GetReminderLinkType(type, false))
@@ -247,7 +247,7 @@ TEST_P(ReminderMessagesTest, RecallAndBirthdayBodies) {
                                        {QStringLiteral("Text"), QString(), QStringLiteral("Card"),
                                         QString(), QString(), QString()}),
               0);
-    const int entry = static_cast<int>(main().InsertWithIdentity(
+    const int entry = static_cast<int>(connection().InsertWithIdentity(
         QStringLiteral("Insert into RecTable (rRCRecNum, rPID, rConMet, rStage) values "
                        "(%1, 12, 8, 3)")
             .arg(recall)));

@@ -17,8 +17,9 @@ namespace {
 class ReminderDemoTest : public ReminderDatabaseTest {};
 
 TEST_P(ReminderDemoTest, SchedulesSequencesAndOneTemplatePerType) {
-    host::SeedDemoReminders(main(), session_.dataPath, session_.officeLocationId);
-    host::SeedDemoReminders(main(), session_.dataPath, session_.officeLocationId);  // once only
+    host::SeedDemoReminders(connection(), session_.dataPath, session_.officeLocationId);
+    host::SeedDemoReminders(connection(), session_.dataPath,
+                            session_.officeLocationId);  // once only
     EXPECT_EQ(Count(QStringLiteral("select count(*) from emmTable")), 5);
 
     ReminderStore store(gic());

@@ -22,9 +22,9 @@ protected:
     }
     QList<qint64> SequenceIds(const QString& where) {
         QList<qint64> ids;
-        for (db::Recordset rs(main(), QStringLiteral("select ebcID from eBusContactSequence "
-                                                     "where ") +
-                                          where + QStringLiteral(" order by ebcID"));
+        for (db::Recordset rs(connection(), QStringLiteral("select ebcID from eBusContactSequence "
+                                                           "where ") +
+                                                where + QStringLiteral(" order by ebcID"));
              !rs.Eof(); rs.MoveNext())
             ids << rs.Long(0);
         return ids;
@@ -36,8 +36,9 @@ TEST_P(ReminderStoreTest, FirstMasterReadCreatesAllFiveOnce) {
     const int confirmation = store().GetReminderMaster(kAppointmentConfirmation);
     EXPECT_GT(confirmation, 0);
     EXPECT_EQ(Count(QStringLiteral("select count(*) from emmTable")), 5);
-    db::Recordset rs(main(), QStringLiteral("select emmDes, emmHasCutOff, emmEna, OffLocID from "
-                                            "emmTable order by emmAppDefTyp"));
+    db::Recordset rs(connection(),
+                     QStringLiteral("select emmDes, emmHasCutOff, emmEna, OffLocID from "
+                                    "emmTable order by emmAppDefTyp"));
     const QStringList names{QStringLiteral("Recall Reminder"),
                             QStringLiteral("Appointment Confirmation"),
                             QStringLiteral("Appointment Reminder"),
@@ -55,7 +56,7 @@ TEST_P(ReminderStoreTest, FirstMasterReadCreatesAllFiveOnce) {
     EXPECT_EQ(Count(QStringLiteral("select count(*) from emmTable")), 5);
 
     // A disabled master is not the type's master, and is not made again either: its row counts.
-    main().Execute(QStringLiteral("update emmTable set emmEna=0 where emmAppDefTyp=4"));
+    connection().Execute(QStringLiteral("update emmTable set emmEna=0 where emmAppDefTyp=4"));
     EXPECT_EQ(store().GetReminderMaster(kBirthdayReminder), 0);
     EXPECT_EQ(Count(QStringLiteral("select count(*) from emmTable")), 5);
     EXPECT_EQ(store().GetReminderMaster(9), 0);
@@ -88,7 +89,8 @@ TEST_P(ReminderStoreTest, BodiesGoByParameterWithEmptyOnesAsOneBlank) {
 
     {  // read on the main connection, as another reader would
         db::Recordset rs(
-            main(), QStringLiteral("select * from ReminderMessageTable where rmtID=%1").arg(id));
+            connection(),
+            QStringLiteral("select * from ReminderMessageTable where rmtID=%1").arg(id));
         ASSERT_FALSE(rs.IsEmpty());
         EXPECT_TRUE(rs.Text(QStringLiteral("rmtTexMes")) == big) << "the 1 MB body changed";
         EXPECT_EQ(rs.Text(QStringLiteral("rmtTexMes")).size(), big.size());
@@ -105,8 +107,9 @@ TEST_P(ReminderStoreTest, BodiesGoByParameterWithEmptyOnesAsOneBlank) {
     EXPECT_TRUE(store().ReminderMessageSave(id, false, true, master, 78,
                                             {QString(), QString(), QStringLiteral("card"),
                                              QString(), QStringLiteral("voice"), QString()}));
-    db::Recordset again(main(), QStringLiteral("select rmtTexMes, rmtCarMes, rmtEmaAutRetMes, "
-                                               "rmtLinID from ReminderMessageTable"));
+    db::Recordset again(connection(),
+                        QStringLiteral("select rmtTexMes, rmtCarMes, rmtEmaAutRetMes, "
+                                       "rmtLinID from ReminderMessageTable"));
     EXPECT_EQ(again.Text(0), QStringLiteral(" "));
     EXPECT_EQ(again.Text(1), QStringLiteral("card"));
     EXPECT_EQ(again.Long(2), 1);
@@ -259,7 +262,7 @@ TEST_P(ReminderStoreTest, StopTrackingIsSevenInSequencesAndTheLargestLongInStage
 
 TEST_P(ReminderStoreTest, RecallEntriesGiveTheirRecallMethodAndStage) {
     const int recall = AddRecall(QStringLiteral("Prophy"));
-    const int entry = static_cast<int>(main().InsertWithIdentity(
+    const int entry = static_cast<int>(connection().InsertWithIdentity(
         QStringLiteral("Insert into RecTable (rRCRecNum, rPID, rConMet, rStage) values "
                        "(%1, 12, 8, 3)")
             .arg(recall)));
