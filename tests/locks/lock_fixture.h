@@ -12,11 +12,7 @@
 #include "host/host_gic.h"
 #include "host/host_session.h"
 #include "tests/support/practice_fixture.h"
-
-// gtest shows a QString that differs as text.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
+#include "tests/support/qt_print.h"
 
 namespace orvo::locks::test {
 
