@@ -125,20 +125,10 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     return f;
 }
 
-std::unique_ptr<Fixture> fixtures[2];
-
-Fixture* FixtureFor(benchmark::State& state) {
-    const db::Engine engine = bench::EngineArg(state);
-    if (bench::SkipWithoutEngine(state, engine))
-        return nullptr;
-    auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
-    if (!f)
-        f = MakeFixture(engine);
-    return f.get();
-}
+bench::EngineFixtures<Fixture> fixtures(MakeFixture);
 
 void CoverageChange(benchmark::State& state) {
-    Fixture* f = FixtureFor(state);
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     db::Connection& c = *f->session.connection;
@@ -174,7 +164,7 @@ void CoverageChange(benchmark::State& state) {
 }
 
 void BareStatements(benchmark::State& state) {
-    Fixture* f = FixtureFor(state);
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     if (f->recorded.size() < kChanges) {
@@ -208,8 +198,5 @@ BENCHMARK(BareStatements)->Apply(Engines);
 }  // namespace
 
 int main(int argc, char** argv) {
-    return bench::RunBenchmarks(argc, argv, [] {
-        for (auto& f : fixtures)
-            f.reset();
-    });
+    return bench::RunBenchmarks(argc, argv, [] { fixtures.Clear(); });
 }

@@ -60,17 +60,7 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     return f;
 }
 
-std::unique_ptr<Fixture> fixtures[2];
-
-Fixture* FixtureFor(benchmark::State& state) {
-    const db::Engine engine = bench::EngineArg(state);
-    if (bench::SkipWithoutEngine(state, engine))
-        return nullptr;
-    auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
-    if (!f)
-        f = MakeFixture(engine);
-    return f.get();
-}
+bench::EngineFixtures<Fixture> fixtures(MakeFixture);
 
 // The columns the search reads of each row.
 const QStringList kRead = {"pID",     "pFIRNAM", "pLASNAM", "pTypPat", "OffLocID",
@@ -78,7 +68,7 @@ const QStringList kRead = {"pID",     "pFIRNAM", "pLASNAM", "pTypPat", "OffLocID
                            "pCIT",    "pSTA",    "pZIP"};
 
 void BareFind(benchmark::State& state) {
-    Fixture* f = FixtureFor(state);
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     size_t i = 0;
@@ -103,7 +93,7 @@ void BareFind(benchmark::State& state) {
 }
 
 void FindPerson(benchmark::State& state) {
-    Fixture* f = FixtureFor(state);
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     PromptsScope scope(f->prompts);
@@ -130,8 +120,5 @@ BENCHMARK(FindPerson)->Apply(Engines);
 }  // namespace
 
 int main(int argc, char** argv) {
-    return bench::RunBenchmarks(argc, argv, [] {
-        for (auto& f : fixtures)
-            f.reset();
-    });
+    return bench::RunBenchmarks(argc, argv, [] { fixtures.Clear(); });
 }

@@ -59,16 +59,7 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     return f;
 }
 
-std::unique_ptr<Fixture> fixtures[2];
-
-Fixture* FixtureFor(benchmark::State& state, db::Engine engine) {
-    if (bench::SkipWithoutEngine(state, engine))
-        return nullptr;
-    auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
-    if (!f)
-        f = MakeFixture(engine);
-    return f.get();
-}
+bench::EngineFixtures<Fixture> fixtures(MakeFixture);
 
 void Exec(QSqlQuery& query, const QString& sql) {
     if (!query.exec(sql))
@@ -76,7 +67,7 @@ void Exec(QSqlQuery& query, const QString& sql) {
 }
 
 void BareSelect(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, bench::EngineArg(state));
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     size_t i = 0;
@@ -93,7 +84,7 @@ void BareSelect(benchmark::State& state) {
 }
 
 void BareSelectPrepared(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, bench::EngineArg(state));
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     QSqlQuery query(f->session.connection->database());
@@ -114,7 +105,7 @@ void BareSelectPrepared(benchmark::State& state) {
 }
 
 void ReadPersonRecord(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, bench::EngineArg(state));
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     size_t i = 0;
@@ -126,7 +117,7 @@ void ReadPersonRecord(benchmark::State& state) {
 }
 
 void BareUpdate(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, bench::EngineArg(state));
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     QSqlQuery query(f->session.connection->database());
@@ -141,7 +132,7 @@ void BareUpdate(benchmark::State& state) {
 }
 
 void BareUpdatePrepared(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, bench::EngineArg(state));
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     QSqlQuery query(f->session.connection->database());
@@ -157,7 +148,7 @@ void BareUpdatePrepared(benchmark::State& state) {
 }
 
 void SetPersonType(benchmark::State& state) {
-    Fixture* f = FixtureFor(state, bench::EngineArg(state));
+    Fixture* f = fixtures.For(state);
     if (!f)
         return;
     size_t i = 0;
@@ -182,8 +173,5 @@ BENCHMARK(SetPersonType)->Apply(Engines);
 }  // namespace
 
 int main(int argc, char** argv) {
-    return bench::RunBenchmarks(argc, argv, [] {
-        for (auto& f : fixtures)
-            f.reset();
-    });
+    return bench::RunBenchmarks(argc, argv, [] { fixtures.Clear(); });
 }

@@ -48,21 +48,16 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     return f;
 }
 
-Fixture& FixtureFor(db::Engine engine) {
-    static std::unique_ptr<Fixture> fixtures[2];
-    auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
-    if (!f)
-        f = MakeFixture(engine);
-    return *f;
-}
+bench::EngineFixtures<Fixture> fixtures(MakeFixture);
 
 const QString kSelect =
     QStringLiteral("SELECT InsCoInd, InsCoNam, InsCoCit, InsCoZip FROM InsCoTable");
 
 void BareQtLoop(benchmark::State& state, db::Engine engine) {
-    if (bench::SkipWithoutEngine(state, engine))
+    Fixture* f = fixtures.For(state, engine);
+    if (!f)
         return;
-    auto& connection = *FixtureFor(engine).connection;
+    auto& connection = *f->connection;
     const QString sql = connection.Translate(kSelect);
     for (auto _ : state) {
         QSqlQuery q(connection.database());
@@ -79,9 +74,10 @@ void BareQtLoop(benchmark::State& state, db::Engine engine) {
 }
 
 void RecordsetByIndex(benchmark::State& state, db::Engine engine) {
-    if (bench::SkipWithoutEngine(state, engine))
+    Fixture* f = fixtures.For(state, engine);
+    if (!f)
         return;
-    auto& connection = *FixtureFor(engine).connection;
+    auto& connection = *f->connection;
     for (auto _ : state) {
         qint64 sum = 0;
         for (db::Recordset rs(connection, kSelect); !rs.Eof(); rs.MoveNext()) {
@@ -93,9 +89,10 @@ void RecordsetByIndex(benchmark::State& state, db::Engine engine) {
 }
 
 void RecordsetByName(benchmark::State& state, db::Engine engine) {
-    if (bench::SkipWithoutEngine(state, engine))
+    Fixture* f = fixtures.For(state, engine);
+    if (!f)
         return;
-    auto& connection = *FixtureFor(engine).connection;
+    auto& connection = *f->connection;
     for (auto _ : state) {
         qint64 sum = 0;
         for (db::Recordset rs(connection, kSelect); !rs.Eof(); rs.MoveNext()) {
@@ -117,5 +114,5 @@ BENCHMARK_CAPTURE(RecordsetByName, Postgres, db::Engine::Postgres)->Unit(benchma
 }  // namespace
 
 int main(int argc, char** argv) {
-    return orvo::bench::RunBenchmarks(argc, argv);
+    return orvo::bench::RunBenchmarks(argc, argv, [] { fixtures.Clear(); });
 }

@@ -45,17 +45,7 @@ std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     return f;
 }
 
-// Made on first use, and closed in main while the application object still lives.
-std::unique_ptr<Fixture> fixtures[2];
-
-Fixture* FixtureFor(benchmark::State& state, db::Engine engine) {
-    if (bench::SkipWithoutEngine(state, engine))
-        return nullptr;
-    auto& f = fixtures[engine == db::Engine::Sqlite ? 0 : 1];
-    if (!f)
-        f = MakeFixture(engine);
-    return f.get();
-}
+bench::EngineFixtures<Fixture> fixtures(MakeFixture);
 
 void CountKeystrokes(benchmark::State& state) {
     const auto keystrokes = static_cast<double>(state.iterations() * kTyped.size());
@@ -65,7 +55,7 @@ void CountKeystrokes(benchmark::State& state) {
 }
 
 void BareQuery(benchmark::State& state, db::Engine engine) {
-    Fixture* f = FixtureFor(state, engine);
+    Fixture* f = fixtures.For(state, engine);
     if (!f)
         return;
     db::Connection& connection = *f->session.connection;
@@ -91,7 +81,7 @@ void BareQuery(benchmark::State& state, db::Engine engine) {
 }
 
 void SearchAsTyped(benchmark::State& state, db::Engine engine) {
-    Fixture* f = FixtureFor(state, engine);
+    Fixture* f = fixtures.For(state, engine);
     if (!f)
         return;
     int selected = 0;
@@ -122,8 +112,5 @@ BENCHMARK_CAPTURE(SearchAsTyped, Postgres, db::Engine::Postgres)
 }  // namespace
 
 int main(int argc, char** argv) {
-    return orvo::bench::RunBenchmarks(argc, argv, [] {
-        for (auto& f : fixtures)
-            f.reset();
-    });
+    return orvo::bench::RunBenchmarks(argc, argv, [] { fixtures.Clear(); });
 }

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <functional>
+#include <memory>
 
 #include "platform/db/connection.h"
 
@@ -23,6 +24,36 @@ db::Engine EngineArg(const benchmark::State& state);
 
 // True (and the benchmark marked skipped) when the engine is PostgreSQL and no server is named.
 bool SkipWithoutEngine(benchmark::State& state, db::Engine engine);
+
+// One fixture per engine, made on first use and kept for the whole run; Clear drops them (in
+// RunBenchmarks' beforeExit, while the application object still lives).
+template <class Fixture>
+class EngineFixtures {
+public:
+    using Make = std::unique_ptr<Fixture> (*)(db::Engine);
+    explicit EngineFixtures(Make make) : make_(make) {}
+
+    // The engine's fixture, or null (and the benchmark marked skipped) when the engine has no
+    // server.
+    Fixture* For(benchmark::State& state, db::Engine engine) {
+        if (SkipWithoutEngine(state, engine))
+            return nullptr;
+        auto& f = fixtures_[engine == db::Engine::Sqlite ? 0 : 1];
+        if (!f)
+            f = make_(engine);
+        return f.get();
+    }
+    // The fixture of the engine the benchmark's first argument names.
+    Fixture* For(benchmark::State& state) { return For(state, EngineArg(state)); }
+    void Clear() {
+        for (auto& f : fixtures_)
+            f.reset();
+    }
+
+private:
+    Make make_;
+    std::unique_ptr<Fixture> fixtures_[2];
+};
 
 // Runs the registered benchmarks under an application object (offscreen unless told
 // otherwise). beforeExit runs while the application still lives: fixtures that hold
