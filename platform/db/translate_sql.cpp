@@ -713,7 +713,13 @@ void Statement::RewriteQualifiers() {
         } else if (IsPunct(i + 2, u'.')) {
             end = i + 3;
         }
-        if (end == 0 || !IsName(end))
+        if (end == 0)
+            continue;
+        // @@IDENTITY becomes a call of the engine's, which would then read as the name the
+        // prefix qualified.
+        const bool identity =
+            end < size() && t_[end].kind == Kind::Variable && Same(t_[end].text, "@@IDENTITY"_L1);
+        if (!IsName(end) && !identity)
             continue;
         edits.Remove(i, end);
         i = end - 1;

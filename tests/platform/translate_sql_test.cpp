@@ -238,6 +238,8 @@ TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
         // What a prefix qualified is translated as soon as the prefix goes.
         {u"SELECT dbo.GetDate(), ORVOWIN.dbo.DISTINCTROW a"_s,
          "SELECT datetime('now','localtime'), DISTINCT a", "SELECT LOCALTIMESTAMP, DISTINCT a"},
+        {u"s IS NULLORVOWIN.dbo.@@IDENTITY FROM t"_s, "s IS last_insert_rowid() FROM t",
+         "s IS lastval() FROM t"},
         // A prefix glued to a number is no prefix.
         {u"WHERE 5ORVOWIN.dbo.DISTINCTROW x"_s, "WHERE 5ORVOWIN.dbo.DISTINCTROW x",
          "WHERE 5ORVOWIN.dbo.DISTINCTROW x"},
