@@ -846,8 +846,8 @@ bool Statement::RewriteTop() {
             continue;  // a column that happens to be called top
         }
         const size_t after = Next(countEnd);
-        if (after >= size())
-            continue;
+        if (after >= size() || IsPunct(after, u')'))
+            continue;  // nothing selected: left as it is, in brackets or not
         if (IsWordIn(after, "PERCENT WITH"_L1)) {
             problem_ = u"TOP n PERCENT has no counterpart"_s;
             return false;

@@ -266,6 +266,13 @@ TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
         {u"UPDATE (dbo INNER JOIN b ON dbo.x = b.y) SET dbo.x = b.z"_s,
          "UPDATE (dbo INNER JOIN b ON x = b.y) SET x = b.z",
          "UPDATE (dbo INNER JOIN b ON x = b.y) SET x = b.z"},
+        // A TOP with nothing to select stays, also once a joined DELETE brackets it.
+        {u"DELETE AbsTable FROM TimTable LEFT JOIN AbsTable ON TimTable.TimID = AbsTable.AbsTimID "
+         "WHERE TimTable.TimPid=3 SELECT TOP 3"_s,
+         "DELETE FROM AbsTable WHERE rowid IN (SELECT AbsTable.rowid FROM TimTable LEFT JOIN "
+         "AbsTable ON TimTable.TimID = AbsTable.AbsTimID WHERE TimTable.TimPid=3 SELECT TOP 3)",
+         "DELETE FROM AbsTable WHERE ctid IN (SELECT AbsTable.ctid FROM TimTable LEFT JOIN "
+         "AbsTable ON TimTable.TimID = AbsTable.AbsTimID WHERE TimTable.TimPid=3 SELECT TOP 3)"},
         {u"DELETE t.* From t From t WHERE a=3"_s, "DELETE From t WHERE a=3",
          "DELETE From t WHERE a=3"},
         {u"DELETE * FROM ZipCodTable FROM ZipCodTable WHERE ZipCodID=3"_s,
