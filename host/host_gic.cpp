@@ -66,6 +66,27 @@ QString HostGIC::FormatPhone(const QString& text) {
     return FormatPhoneText(text);
 }
 
+QString HostGIC::FormatSsn(const QString& text) {
+    return FormatSsnText(text);
+}
+
+QString HostGIC::NormalizeDate(const QString& text, const QString& formatName) {
+    return NormalizeDateText(text, formatName, GetToday());
+}
+
+QString HostGIC::CalculateAge(const QString& birthDate) {
+    return AgeText(birthDate, GetToday());
+}
+
+void HostGIC::SetActiveRecord(int id, const QString& kind) {
+    activeRecord_ = {id, kind};
+}
+
+// The request is what GetGoToQuickAppoint answers next.
+void HostGIC::SetBookAppointmentRequest(bool request) {
+    goToQuickAppoint_ = request;
+}
+
 QString HostGIC::GetComputerName() {
     return session_.computerName;
 }
@@ -279,6 +300,9 @@ void HostGIC::WriteStationSetting(const QString& key, const QVariant& value) {
 
 int HostGIC::GetDefaultProviderID() {
     return DefaultProviderId(*this);
+}
+short HostGIC::GetProviderFeeSchedule(int providerId) {
+    return ProviderFeeSchedule(*this, providerId);
 }
 bool HostGIC::IsValidFeeSchedule(short schedule) {
     return FeeScheduleInUse(*this, schedule);

@@ -182,6 +182,8 @@ public:
     // The persons NotifyPersonChanged and the coverage notices have named since the last
     // TakeChangedPersons, in order: what the host has to show anew once the component returns.
     QList<int> TakeChangedPersons() { return std::exchange(changedPersons_, {}); }
+    // The record a screen last ended on (SetActiveRecord): its id and kind ("PAT").
+    std::pair<int, QString> activeRecord() const { return activeRecord_; }
     // The host's side of GetGoToQuickAppoint.
     void SetGoToQuickAppoint(bool value) { goToQuickAppoint_ = value; }
 
@@ -209,6 +211,7 @@ private:
     QString planGroupText_;
     QString planTitle_;
     bool goToQuickAppoint_ = false;
+    std::pair<int, QString> activeRecord_;
     QList<int> changedPersons_;
 };
 

@@ -11,11 +11,9 @@ namespace orvo::host {
 // clang-format off
 void HostGIC::AddBoundRow(const QString&, const QStringList&, const QVariantList&) { ORVO_PENDING(AddBoundRow); }
 int HostGIC::AskSaveChanges(const QString&, const QString&, const QString&) { ORVO_PENDING(AskSaveChanges); }
-QString HostGIC::CalculateAge(const QString&) { ORVO_PENDING(CalculateAge); }
 void HostGIC::DeletePersonRow(int, const QString&) { ORVO_PENDING(DeletePersonRow); }
 void HostGIC::FillClaimFormList(QComboBox*) { ORVO_PENDING(FillClaimFormList); }
 QString HostGIC::FormatSqlDate(const QDate&) { ORVO_PENDING(FormatSqlDate); }
-QString HostGIC::FormatSsn(const QString&) { ORVO_PENDING(FormatSsn); }
 bool HostGIC::GetBudgetPlanOwner(int, Currency&) { ORVO_PENDING(GetBudgetPlanOwner); }
 void HostGIC::GetBudgetPlanTotals(int, Currency&, Currency&) { ORVO_PENDING(GetBudgetPlanTotals); }
 QList<int> HostGIC::GetFamilyLinks(int) { ORVO_PENDING(GetFamilyLinks); }
@@ -23,7 +21,6 @@ short HostGIC::GetFamilyMemberCount(int) { ORVO_PENDING(GetFamilyMemberCount); }
 bool HostGIC::GetFamilyMembers(int, QList<int>&) { ORVO_PENDING(GetFamilyMembers); }
 QString HostGIC::GetPlanTypeCode(int) { ORVO_PENDING(GetPlanTypeCode); }
 QString HostGIC::GetPlanTypeName(int) { ORVO_PENDING(GetPlanTypeName); }
-short HostGIC::GetProviderFeeSchedule(int) { ORVO_PENDING(GetProviderFeeSchedule); }
 db::Connection& HostGIC::GetTimeConnection() { ORVO_PENDING(GetTimeConnection); }
 bool HostGIC::GroupPlanExists(const QString&, const QString&, int) { ORVO_PENDING(GroupPlanExists); }
 bool HostGIC::HasFamilyBudgetPlan(int) { ORVO_PENDING(HasFamilyBudgetPlan); }
@@ -31,7 +28,6 @@ bool HostGIC::IsRestrictedMode() { ORVO_PENDING(IsRestrictedMode); }
 bool HostGIC::IsScreenLocked() { ORVO_PENDING(IsScreenLocked); }
 bool HostGIC::IsSupervisor(const QString&, QVariant&) { ORVO_PENDING(IsSupervisor); }
 QString HostGIC::MapTaxonomyCode(const QString&) { ORVO_PENDING(MapTaxonomyCode); }
-QString HostGIC::NormalizeDate(const QString&, const QString&) { ORVO_PENDING(NormalizeDate); }
 void HostGIC::RefreshHost(const QString&) { ORVO_PENDING(RefreshHost); }
 void HostGIC::NotifyPlanListChanged(int) { ORVO_PENDING(NotifyPlanListChanged); }
 bool HostGIC::PlanHasFixedFees(int) { ORVO_PENDING(PlanHasFixedFees); }
@@ -42,8 +38,6 @@ void HostGIC::PlanRenewalDateChanged(int, const QString&) { ORVO_PENDING(PlanRen
 void HostGIC::ProviderFeeScheduleChanged(int, short) { ORVO_PENDING(ProviderFeeScheduleChanged); }
 void HostGIC::RecallTitleChanged(int, const QString&) { ORVO_PENDING(RecallTitleChanged); }
 int HostGIC::RunProgramAndWait(const QString&, int) { ORVO_PENDING(RunProgramAndWait); }
-void HostGIC::SetActiveRecord(int, const QString&) { ORVO_PENDING(SetActiveRecord); }
-void HostGIC::SetBookAppointmentRequest(bool) { ORVO_PENDING(SetBookAppointmentRequest); }
 void HostGIC::SetBusyCursor(bool) { ORVO_PENDING(SetBusyCursor); }
 void HostGIC::SetCoverageInsCoPatID(int, const QString&) { ORVO_PENDING(SetCoverageInsCoPatID); }
 void HostGIC::SetOfficeSchedule(const QVariant&) { ORVO_PENDING(SetOfficeSchedule); }

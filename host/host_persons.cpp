@@ -152,6 +152,14 @@ bool FeeScheduleInUse(GIC& gic, short schedule) {
     return schedule >= 1 && schedule <= count;
 }
 
+short ProviderFeeSchedule(GIC& gic, int providerId) {
+    const short own = static_cast<short>(
+        db::ReadScalar(gic.GetConnection(),
+                       QStringLiteral("SELECT pDOCFeeTyp FROM PATable WHERE pID = %1").arg(providerId))
+            .toInt());
+    return gic.IsValidFeeSchedule(own) ? own : short(1);
+}
+
 bool PersonIsFamilyHead(db::Connection& connection, int personId) {
     const db::Recordset rs(connection,
                            QStringLiteral("SELECT pID FROM PATable WHERE pID = %1 AND %2")

@@ -42,6 +42,9 @@ void RefreshFamilyHeadIndex(db::Connection& connection, int personId);
 // notes) and the session's connection. HostGIC forwards to these.
 int DefaultProviderId(GIC& gic);
 bool FeeScheduleInUse(GIC& gic, short schedule);
+// The fee schedule a provider's patients take: the provider's own (pDOCFeeTyp) when it is a
+// schedule in use, else schedule 1, as the person record heals a missing one.
+short ProviderFeeSchedule(GIC& gic, int providerId);
 bool PersonIsFamilyHead(db::Connection& connection, int personId);
 bool InitialsHolder(db::Connection& connection, const QString& initials, int& holderPersonId);
 // The first and last initial, else with a further letter of the last or first name, else

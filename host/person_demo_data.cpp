@@ -62,6 +62,18 @@ void Insert(db::Connection& c, const QStringList& columns, const QStringList& va
 
 int SeedDemoPersons(db::Connection& c, const QList<int>& subscriberIds) {
     int count = 0;
+    // The practice's Sex and Title and Medical Alert databases, as a new office starts them.
+    for (const char* pair : {"F/Mrs.", "F/Ms.", "F/Miss", "M/Mr.", "F/Sra.", "M/Sr.", "F/Frau",
+                             "M/Herr", "Dr.", "Rev."}) {
+        c.Execute(QStringLiteral("INSERT INTO SexTtlTable (stTxt) VALUES (%1)")
+                      .arg(Literal(QString::fromUtf8(pair))));
+    }
+    for (const char* alert : {"Penicillin allergy", "Latex allergy", "Premedicate (heart valve)",
+                              "Diabetes", "Anticoagulants", "Asthma", "Pregnant",
+                              "Allergie à la codéine"}) {
+        c.Execute(QStringLiteral("INSERT INTO MedAleTable (maTxt) VALUES (%1)")
+                      .arg(Literal(QString::fromUtf8(alert))));
+    }
     const QStringList staffColumns = {"pID",      "pLASNAM", "pFIRNAM",    "pNICNAM",    "pSEX",
                                       "pBIRDAT",  "pTypPat", "pTypDoc",    "pTypRef",    "pTypPhy",
                                       "pTypEmp",  "pDocIni", "pDOCFeeTyp", "pFAMHEAIND", "pBUSPHO",

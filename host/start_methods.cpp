@@ -171,6 +171,18 @@ const StartMethod kStartMethods[] = {
          return QStringList{QString::number(person), QString::number(tab),
                             saved ? QStringLiteral("True") : QStringLiteral("False")};
      }},
+    // A person's id (0 for a new one), the start string ("NEW" or "EMERGENCY" with last and
+    // first name separated by a line feed; "FIND" for find-or-add), and whether the save-and-
+    // book button shows; gives back the id and whether booking an appointment follows.
+    {"Load_PatInfo_Small", "ID [TEXT [BOOK]]", 1, 3, 0,
+     [](StartInstances& on, const QStringList& args) {
+         int id = IntArg("Load_PatInfo_Small", args, 0);
+         QString text = args.value(1);
+         bool book = BoolValue(args.value(2));
+         on.editing().Load_PatInfo_Small(id, text, &book);
+         return QStringList{QString::number(id), text,
+                            book ? QStringLiteral("True") : QStringLiteral("False")};
+     }},
     {"ShowList", "TYPE [PROPERTY=VALUE...]", 1, 20, 1, ShowList},
 };
 

@@ -3,6 +3,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include "component/public/component_error.h"
+
 namespace orvo::host {
 namespace {
 
@@ -115,6 +117,61 @@ QString DelimitedField(const QString& text, const QString& separator, int fieldN
         return fieldNumber == 1 ? text : QString();
     const QStringList fields = text.split(separator);
     return fieldNumber <= fields.size() ? fields[fieldNumber - 1] : QString();
+}
+
+QString FormatSsnText(const QString& text) {
+    const QString typed = text.trimmed();
+    QString digits;
+    for (const QChar c : typed) {
+        if (c.isDigit())
+            digits += c;
+        else if (c != QLatin1Char('-') && c != QLatin1Char(' '))
+            return typed;
+    }
+    if (digits.size() != 9)
+        return typed;
+    return digits.left(3) + QLatin1Char('-') + digits.mid(3, 2) + QLatin1Char('-') + digits.mid(5);
+}
+
+QString NormalizeDateText(const QString& text, const QString& formatName, const QDate& today) {
+    if (formatName.compare(QLatin1String("Short Date"), Qt::CaseInsensitive) != 0)
+        throw ComponentError(QStringLiteral("No date format is named \"%1\"").arg(formatName));
+    const QString typed = text.trimmed();
+    static const QRegularExpression kSeparated(
+        QStringLiteral("^(\\d{1,2})[/.-](\\d{1,2})[/.-](\\d{2}|\\d{4})$"));
+    static const QRegularExpression kRunTogether(QStringLiteral("^(\\d{2})(\\d{2})(\\d{4})$"));
+    QRegularExpressionMatch match = kSeparated.match(typed);
+    if (!match.hasMatch())
+        match = kRunTogether.match(typed);
+    if (!match.hasMatch())
+        return QString();
+    int year = match.captured(3).toInt();
+    if (match.captured(3).size() == 2) {
+        // "07" is 2007 until that lies ahead of today; then 1907.
+        const int century = today.year() / 100 * 100;
+        year += century;
+        if (year > today.year())
+            year -= 100;
+    }
+    const QDate date(year, match.captured(1).toInt(), match.captured(2).toInt());
+    return date.isValid() ? date.toString(QStringLiteral("MM-dd-yyyy")) : QString();
+}
+
+QString AgeText(const QString& birthDate, const QDate& today) {
+    const QDate born =
+        QDate::fromString(NormalizeDateText(birthDate, QStringLiteral("Short Date"), today),
+                          QStringLiteral("MM-dd-yyyy"));
+    if (!born.isValid() || born > today)
+        return QString();
+    int months = (today.year() - born.year()) * 12 + today.month() - born.month();
+    if (today.day() < born.day())
+        --months;
+    const int years = months / 12;
+    months %= 12;
+    const auto count = [](int n, const char* one, const char* many) {
+        return QString::number(n) + QLatin1Char(' ') + QLatin1String(n == 1 ? one : many);
+    };
+    return count(years, "Year", "Years") + QLatin1Char(' ') + count(months, "Month", "Months");
 }
 
 }  // namespace orvo::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDate>
 #include <QString>
 
 namespace orvo::host {
@@ -18,6 +19,21 @@ QString FormatPhoneText(const QString& text);
 
 // "Last, First" or "First Middle Last" into last and first name.
 void SplitPersonNameText(const QString& text, QString& lastName, QString& firstName);
+
+// A social security number as the suite shows it: "123-45-6789" for nine digits, with or
+// without the dashes; anything else as typed, trimmed.
+QString FormatSsnText(const QString& text);
+
+// A typed date in the named format. "Short Date" takes month, day and year separated by "/",
+// "-" or "." (or eight digits run together, MMDDYYYY), a year of two digits being the latest
+// year so written that is not after today's; the answer is "MM-DD-YYYY", or empty text when
+// the typed text is no date. Any other format name throws ComponentError.
+QString NormalizeDateText(const QString& text, const QString& formatName, const QDate& today);
+
+// The age on today of someone born on birthDate ("MM-DD-YYYY", or as NormalizeDateText reads),
+// in years and months: "34 Years 2 Months", "1 Year 1 Month", "0 Years 5 Months". Empty for
+// text that is no date or a date after today.
+QString AgeText(const QString& birthDate, const QDate& today);
 
 // The fieldNumber-th (from 1) field of text between separators; empty past the last.
 QString DelimitedField(const QString& text, const QString& separator, int fieldNumber);

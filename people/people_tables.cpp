@@ -143,6 +143,14 @@ void DeclarePeopleTables(schema::Catalog& catalog) {
                   schema::Long(QStringLiteral("OffLocBacClr")),
                   schema::Long(QStringLiteral("OffLocForClr"))},
                  {}});
+    // The practice's own lists that person screens fill fields from: pairs of sex and courtesy
+    // title written "F/Mrs." (a row without "/" is a title alone), and medical alert texts.
+    catalog.Add({kSexTitleTable,
+                 {schema::Identity(QStringLiteral("stID")), schema::Text(kSexTitleColumn, 20)},
+                 {}});
+    catalog.Add({kMedicalAlertTable,
+                 {schema::Identity(QStringLiteral("maID")), schema::Text(kMedicalAlertColumn, 100)},
+                 {}});
     // Where a patient is shown besides the primary location (PATable.OffLocID).
     catalog.Add(
         {QStringLiteral("pdlTable"),

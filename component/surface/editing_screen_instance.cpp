@@ -8,7 +8,11 @@
 #include "component/start_sequence.h"
 #include "insurance/build_new_command.h"
 #include "insurance/ins_screen.h"
+#include "component/find_record.h"
+#include "component/surface/lookup_list_instance.h"
+#include "people/find_person.h"
 #include "people/frm_contact.h"
+#include "people/pat_screen_sm.h"
 
 namespace orvo::component {
 namespace {
@@ -136,8 +140,58 @@ GIC& EditingScreenInstance::RequireGIC(const char* method) {
     return *gic;
 }
 
-void EditingScreenInstance::Load_PatInfo_Small(int&, QString&, bool*) {
-    NotYet("Load_PatInfo_Small");
+// The small patient screen. A start string "FIND" (and a name to search for) with no person
+// first runs find-or-add among the patients: the person taken opens, a new one starts with the
+// names typed, and a search given up opens nothing.
+void EditingScreenInstance::Load_PatInfo_Small(int& l_ID, QString& s_ID, bool* GoToQuickAppoint) {
+    GIC& gic = RequireGIC("Load_PatInfo_Small");
+    int person = l_ID;
+    QString start = s_ID;
+    if (person == 0 && start.startsWith(QLatin1String("FIND"))) {
+        const people::FoundPerson found =
+            people::Find_Person(gic, QStringLiteral("PTYPPAT"), start.mid(4).trimmed(), false);
+        if (found.answer == kFindCancel)
+            return;
+        person = found.pID;
+        start = found.answer == QLatin1String("NEW")
+                    ? QStringLiteral("NEW") + found.lastName + QLatin1Char('\n') + found.firstName
+                    : QString();
+    }
+    bool book = GoToQuickAppoint && *GoToQuickAppoint;
+    gic.PutPatientID(person);
+    session().ListCommand = start;
+    // Only OK and save-and-book ask for booking; a request left from an earlier call is none.
+    gic.SetBookAppointmentRequest(false);
+    StartScreen<people::patScreen_SM>(
+        StartContextFor("Load_PatInfo_Small"),
+        [&gic] { return std::make_unique<people::patScreen_SM>(gic); },
+        [&](people::patScreen_SM& screen) {
+            screen.ShowReferralList = [](QWidget* owner, int current) {
+                return ChooseFromList(lulReferral, owner, current);
+            };
+            screen.Setup_Screen(gic.GetPatientID(), session().ListCommand);
+            screen.SetShowSaveNBookAppt(book);
+        },
+        [&](people::patScreen_SM&) {
+            l_ID = gic.GetPatientID();
+            book = gic.GetGoToQuickAppoint();
+        },
+        l_ID);
+    if (GoToQuickAppoint)
+        *GoToQuickAppoint = book;
+}
+
+// A list of the component shown modal over owner to pick one record: the id chosen, 0 when none
+// was, or the list was left on current.
+int EditingScreenInstance::ChooseFromList(LookUpListTypes type, QWidget* owner, int current) {
+    LookUpListInstance list;
+    list.SetfrmOwner(owner);
+    list.SetListType(type);
+    list.SetShowMode(1);
+    list.SetbSelectMode(true);
+    list.SetSelectedID(current);
+    list.ShowList(false);
+    return list.SelectedID() == current ? 0 : list.SelectedID();
 }
 
 void EditingScreenInstance::PaTable_Edit_Start(QString&, QString&) {

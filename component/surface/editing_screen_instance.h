@@ -52,6 +52,7 @@ public:
 private:
     void StartCarrierScreen(const char* method, bool pharmacy, QString& text, int& id);
     static GIC& RequireGIC(const char* method);
+    static int ChooseFromList(LookUpListTypes type, QWidget* owner, int current);
     int extraID_ = 0;
     PrintEventsRelay relay_;
 };

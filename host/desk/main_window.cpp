@@ -153,10 +153,14 @@ void MainWindow::RebuildFamilyHeads() {
 }
 
 QString MainWindow::RunStartMethod(const QString& method, const QString& text) {
+    const QStringList results = RunStartMethodWith(method, {text});
+    return results.value(FindStartMethod(method)->resultIndex);
+}
+
+QStringList MainWindow::RunStartMethodWith(const QString& method, const QStringList& args) {
     StartInstances on(component_, gic_, this);
     on.SetListEvents(&listEvents_);
-    const QStringList results = host::RunStartMethod(on, method, {text});
-    return results.value(FindStartMethod(method)->resultIndex);
+    return host::RunStartMethod(on, method, args);
 }
 
 void MainWindow::OpenFromMenu(const QString& method, bool asNew, const QString& noun) {

@@ -30,6 +30,8 @@ public:
     // argument as text (for the carrier screens an id, or "NEW" and a name), the others left to
     // their defaults, and answers the result it gives back. An unknown method throws.
     QString RunStartMethod(const QString& method, const QString& text);
+    // The same with the method's arguments one by one; answers all it gave back.
+    QStringList RunStartMethodWith(const QString& method, const QStringList& args);
 
 private:
     void BuildMenus();

@@ -25,6 +25,19 @@ void OpenContactInformation(MainWindow& window) {
     });
 }
 
+// Find-or-add among the patients, then the patient screen on the one taken (or the new one).
+void FindPatient(MainWindow& window) {
+    const QString title = QObject::tr("Find a Patient");
+    RunUserAction(title, [&] {
+        const QStringList results = window.RunStartMethodWith(
+            QStringLiteral("Load_PatInfo_Small"), {QStringLiteral("0"), QStringLiteral("FIND")});
+        const QString id = results.value(0);
+        window.statusBar()->showMessage(id == QLatin1String("0")
+                                            ? QObject::tr("No patient saved")
+                                            : QObject::tr("Patient %1").arg(id));
+    });
+}
+
 }  // namespace
 
 QMenu& PatientsMenu(QMenuBar& menus) {
@@ -39,6 +52,8 @@ QMenu& PatientsMenu(QMenuBar& menus) {
 }
 
 void AddPersonCommands(QMenuBar& menus, MainWindow& window) {
+    PatientsMenu(menus).addAction(QObject::tr("&Find a Patient..."), &window,
+                                  [&window] { FindPatient(window); });
     PatientsMenu(menus).addAction(QObject::tr("&Contact Information..."), &window,
                                   [&window] { OpenContactInformation(window); });
 }
