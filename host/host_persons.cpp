@@ -154,8 +154,9 @@ bool FeeScheduleInUse(GIC& gic, short schedule) {
 
 short ProviderFeeSchedule(GIC& gic, int providerId) {
     const short own = static_cast<short>(
-        db::ReadScalar(gic.GetConnection(),
-                       QStringLiteral("SELECT pDOCFeeTyp FROM PATable WHERE pID = %1").arg(providerId))
+        db::ReadScalar(
+            gic.GetConnection(),
+            QStringLiteral("SELECT pDOCFeeTyp FROM PATable WHERE pID = %1").arg(providerId))
             .toInt());
     return gic.IsValidFeeSchedule(own) ? own : short(1);
 }

@@ -68,9 +68,9 @@ int SeedDemoPersons(db::Connection& c, const QList<int>& subscriberIds) {
         c.Execute(QStringLiteral("INSERT INTO SexTtlTable (stTxt) VALUES (%1)")
                       .arg(Literal(QString::fromUtf8(pair))));
     }
-    for (const char* alert : {"Penicillin allergy", "Latex allergy", "Premedicate (heart valve)",
-                              "Diabetes", "Anticoagulants", "Asthma", "Pregnant",
-                              "Allergie à la codéine"}) {
+    for (const char* alert :
+         {"Penicillin allergy", "Latex allergy", "Premedicate (heart valve)", "Diabetes",
+          "Anticoagulants", "Asthma", "Pregnant", "Allergie à la codéine"}) {
         c.Execute(QStringLiteral("INSERT INTO MedAleTable (maTxt) VALUES (%1)")
                       .arg(Literal(QString::fromUtf8(alert))));
     }

@@ -145,15 +145,17 @@ QString NormalizeDateText(const QString& text, const QString& formatName, const 
         match = kRunTogether.match(typed);
     if (!match.hasMatch())
         return QString();
+    const int month = match.captured(1).toInt();
+    const int day = match.captured(2).toInt();
     int year = match.captured(3).toInt();
     if (match.captured(3).size() == 2) {
-        // "07" is 2007 until that lies ahead of today; then 1907.
-        const int century = today.year() / 100 * 100;
-        year += century;
-        if (year > today.year())
+        // "07" is 2007 until that day lies ahead of today; then 1907.
+        year += today.year() / 100 * 100;
+        const QDate inThisCentury(year, month, day);
+        if (!inThisCentury.isValid() || inThisCentury > today)
             year -= 100;
     }
-    const QDate date(year, match.captured(1).toInt(), match.captured(2).toInt());
+    const QDate date(year, month, day);
     return date.isValid() ? date.toString(QStringLiteral("MM-dd-yyyy")) : QString();
 }
 

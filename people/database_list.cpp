@@ -19,7 +19,10 @@ const QString kAlreadyThere = QStringLiteral("[ %1 ] is already in this list.");
 
 DatabaseList::DatabaseList(GIC& gic, const QString& title, const QString& table,
                            const QString& column, const QString& current, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::DatabaseList>()), gic_(gic), table_(table),
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::DatabaseList>()),
+      gic_(gic),
+      table_(table),
       column_(column) {
     ui_->setupUi(this);
     setWindowTitle(title);
@@ -53,8 +56,8 @@ int DatabaseList::WidthOfColumn() const {
 
 void DatabaseList::Load(const QString& current) {
     ui_->lstItems->clear();
-    db::Recordset rs(gic_.GetConnection(), QStringLiteral("SELECT %1 FROM %2 ORDER BY %1")
-                                               .arg(column_, table_));
+    db::Recordset rs(gic_.GetConnection(),
+                     QStringLiteral("SELECT %1 FROM %2 ORDER BY %1").arg(column_, table_));
     for (; !rs.Eof(); rs.MoveNext()) {
         const QString text = rs.Text(0).trimmed();
         if (text.isEmpty())
@@ -70,14 +73,15 @@ void DatabaseList::Add() {
     if (text.isEmpty())
         return;
     // Texts compare without regard to letter case on both engines.
-    const db::Recordset there(gic_.GetConnection(), QStringLiteral("SELECT %1 FROM %2 WHERE %1 = %3")
-                                                        .arg(column_, table_, db::QuoteText(text)));
+    const db::Recordset there(gic_.GetConnection(),
+                              QStringLiteral("SELECT %1 FROM %2 WHERE %1 = %3")
+                                  .arg(column_, table_, db::QuoteText(text)));
     if (!there.IsEmpty()) {
         prompts().Message(kAlreadyThere.arg(text), Buttons::Ok, Icon::Information, windowTitle());
         return;
     }
-    gic_.GetConnection().Execute(
-        QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(table_, column_, db::QuoteText(text)));
+    gic_.GetConnection().Execute(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                     .arg(table_, column_, db::QuoteText(text)));
     ui_->txtNew->clear();
     Load(text);
 }
@@ -87,8 +91,8 @@ void DatabaseList::Delete() {
     if (!item)
         return;
     const QString text = item->text();
-    if (prompts().Message(kDeleteQuestion.arg(text), Buttons::YesNo, Icon::Question,
-                          windowTitle(), 2) != AnswerYes) {
+    if (prompts().Message(kDeleteQuestion.arg(text), Buttons::YesNo, Icon::Question, windowTitle(),
+                          2) != AnswerYes) {
         return;
     }
     // Another station may have deleted it first; either way it is gone.

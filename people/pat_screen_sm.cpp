@@ -33,8 +33,7 @@ const QString kReadOnly = QStringLiteral("Read only, cannot modify.");
 const QString kSexRule = QStringLiteral("Only letters F or M are allowed.");
 const QString kDateKeys = QStringLiteral("Date field only accept 0 to 9, / and - characters");
 const QString kPressF9 = QStringLiteral("Please press F9 or click button.");
-const QString kDeleteAddress =
-    QStringLiteral("Do you want delete this City, State, and Zip Code?");
+const QString kDeleteAddress = QStringLiteral("Do you want delete this City, State, and Zip Code?");
 const QString kDatabaseTip = QStringLiteral("DATABASE LIST, Left mouse - Database list");
 const QString kSaveTitle = QStringLiteral("Save Changes");
 const QString kSaveNew = QStringLiteral("Save this new record?");
@@ -50,9 +49,9 @@ const QString kAlertTitle = QStringLiteral("Medical Alert");
 const QString kAlertQuestion = QStringLiteral(
     "Update Medical Alert?\r\nClick 'Yes' to append to the existing data.\r\nClick 'No' to "
     "replace the existing data.\r\nClick 'Cancel' to discard the changes.");
-const QString kContactFirst =
-    QStringLiteral("Before editing contact information, this new entry must be saved.\r\n\r\n"
-                   "Do you want to save now?");
+const QString kContactFirst = QStringLiteral(
+    "Before editing contact information, this new entry must be saved.\r\n\r\n"
+    "Do you want to save now?");
 const QString kNothingToEdit = QStringLiteral("Nothing to edit. Do you want to add one?");
 const QString kSuiteTitle = QStringLiteral("ORVO Windows");
 const QString kSearchTitle = QStringLiteral("Database Search");
@@ -61,14 +60,14 @@ const QString kOfficeSection = QStringLiteral("DEFAULT_OFFICE_SETUP");
 const QString kDropDownSeparator = QStringLiteral(" --- ");
 
 // The columns of Text1(0..15) and Label5(0..21); empty where the field holds no column.
-const char* const kTextColumns[16] = {
-    "pLASNAM", "pFIRNAM", "",     "pSEX", "pTTL", "",     "pSSN", "pHOMPHO",
-    "pBUSPHO", "pADD1",   "pADD2", "pCIT", "pSTA", "pZIP", "",     "pMEDALE"};
+const char* const kTextColumns[16] = {"pLASNAM", "pFIRNAM", "",        "pSEX",   "pTTL",  "",
+                                      "pSSN",    "pHOMPHO", "pBUSPHO", "pADD1",  "pADD2", "pCIT",
+                                      "pSTA",    "pZIP",    "",        "pMEDALE"};
 const char* const kCarrierColumns[22] = {
-    "pMEDALEUPD", "pTypPat", "pTypDoc", "pTypRef",      "pTypPhy",          "pTypEmp",
-    "pTypX1",     "pTypX2",  "pBIRDAT", "pREFIND",      "pFAMHEAIND",       "pPROIND",
-    "pPHY1",      "pPHY2",   "",        "",             "",                 "",
-    "",           "pGPDenFeeTyp",       "pGPDenFeeTypPerm", "pACCTYP"};
+    "pMEDALEUPD", "pTypPat", "pTypDoc", "pTypRef",    "pTypPhy", "pTypEmp",      "pTypX1",
+    "pTypX2",     "pBIRDAT", "pREFIND", "pFAMHEAIND", "pPROIND", "pPHY1",        "pPHY2",
+    "",           "",        "",        "",           "",        "pGPDenFeeTyp", "pGPDenFeeTypPerm",
+    "pACCTYP"};
 // Carriers of numbers, which hold "0" rather than nothing.
 constexpr int kNumberCarriers[] = {9, 10, 11, 12, 13, 19, 20};
 
@@ -172,7 +171,8 @@ patScreen_SM::patScreen_SM(GIC& gic, QWidget* parent)
         field->installEventFilter(this);
     Name_List->installEventFilter(this);
 
-    connect(Text1[kSex], &QLineEdit::textEdited, this, [this] { RunAction([this] { SexEntered(); }); });
+    connect(Text1[kSex], &QLineEdit::textEdited, this,
+            [this] { RunAction([this] { SexEntered(); }); });
     connect(Text1[kState], &QLineEdit::textEdited, this, [this](const QString& text) {
         if (text != text.toUpper()) {
             const int cursor = Text1[kState]->cursorPosition();
@@ -266,9 +266,8 @@ void patScreen_SM::ConnectCommands() {
     for (const int field : {kReferral, kProvider}) {
         Text1[field]->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(Text1[field], &QLineEdit::customContextMenuRequested, this, [this, field] {
-            RunAction([this, field] {
-                EditLinkedPerson(field == kReferral ? Referral() : Provider());
-            });
+            RunAction(
+                [this, field] { EditLinkedPerson(field == kReferral ? Referral() : Provider()); });
         });
     }
 }
@@ -292,10 +291,12 @@ void patScreen_SM::Setup_Screen(int PersonID, const QString& StartString) {
         RecordLock = component::kNewRecordLock;
         ApplyStartString(StartString);
         SetCarrier(kAccountType,
-                   gic().ReadSetting(kOfficeSection, QStringLiteral("PAT_AC_TYP"), 0, QString())
+                   gic()
+                       .ReadSetting(kOfficeSection, QStringLiteral("PAT_AC_TYP"), 0, QString())
                        .toString());
         Text1[kAlert]->setText(
-            gic().ReadSetting(kOfficeSection, QStringLiteral("PAT_MED_ALT"), 0, QString())
+            gic()
+                .ReadSetting(kOfficeSection, QStringLiteral("PAT_MED_ALT"), 0, QString())
                 .toString()
                 .trimmed());
         if (!Text1[kAlert]->text().isEmpty())
@@ -601,9 +602,8 @@ void patScreen_SM::OpenProviderList() {
 
 // Right-click on the referral or the provider: the person's own screen.
 void patScreen_SM::EditLinkedPerson(const NameLink& link) {
-    if (LinkedId(link) == 0 &&
-        prompts().Message(kNothingToEdit, Buttons::YesNo, Icon::Question, kSuiteTitle, 1) !=
-            AnswerYes) {
+    if (LinkedId(link) == 0 && prompts().Message(kNothingToEdit, Buttons::YesNo, Icon::Question,
+                                                 kSuiteTitle, 1) != AnswerYes) {
         return;
     }
     throw NotImplemented(QStringLiteral("The provider and referral screen"));
@@ -617,8 +617,8 @@ void patScreen_SM::ShowAlsoReferred() {
                      QStringLiteral("select pLasNam, pFirNam, pID from paTable where pREFIND = ") +
                          QString::number(referral) + QStringLiteral(" order by pLasNam, pFirNam"));
     for (; !rs.Eof(); rs.MoveNext()) {
-        auto* item = new QListWidgetItem(rs.Text(0).trimmed() + QStringLiteral(", ") +
-                                         rs.Text(1).trimmed());
+        auto* item =
+            new QListWidgetItem(rs.Text(0).trimmed() + QStringLiteral(", ") + rs.Text(1).trimmed());
         item->setData(Qt::UserRole, static_cast<int>(rs.Long(2)));
         Name_List->addItem(item);
     }
@@ -631,8 +631,8 @@ void patScreen_SM::ShowAlsoReferred() {
 
 void patScreen_SM::OpenSexTitleList() {
     const QString present = Text1[kSex]->text() + QLatin1Char('/') + Text1[kTitle]->text();
-    const std::optional<QString> choice = DatabaseList::Run(
-        gic(), kSexTitleTitle, kSexTitleTable, kSexTitleColumn, present, this);
+    const std::optional<QString> choice =
+        DatabaseList::Run(gic(), kSexTitleTitle, kSexTitleTable, kSexTitleColumn, present, this);
     if (choice)
         ChooseSexTitle(*choice);
 }
@@ -655,8 +655,8 @@ void patScreen_SM::ChooseSexTitle(const QString& choice) {
 }
 
 void patScreen_SM::OpenMedicalAlertList() {
-    const std::optional<QString> choice = DatabaseList::Run(
-        gic(), kAlertTitle, kMedicalAlertTable, kMedicalAlertColumn, QString(), this);
+    const std::optional<QString> choice = DatabaseList::Run(gic(), kAlertTitle, kMedicalAlertTable,
+                                                            kMedicalAlertColumn, QString(), this);
     if (choice)
         ChooseMedicalAlert(*choice);
 }
@@ -678,9 +678,8 @@ void patScreen_SM::ChooseMedicalAlert(const QString& choice) {
 }
 
 void patScreen_SM::OpenCalendar() {
-    const QString chosen =
-        tools::Calendar::Run(gic().GetToday(), QStringLiteral("NONE"), Text1[kBirth]->text(),
-                             QString(), QString(), this);
+    const QString chosen = tools::Calendar::Run(gic().GetToday(), QStringLiteral("NONE"),
+                                                Text1[kBirth]->text(), QString(), QString(), this);
     if (chosen.trimmed().isEmpty())
         return;
     const QString date = gic().NormalizeDate(chosen, QStringLiteral("Short Date"));
@@ -720,10 +719,8 @@ void patScreen_SM::Contacts_Setup() {
 }
 
 void patScreen_SM::Contacts_Save() {
-    Contacts::SyncDisplayContact(gic(), RecordID, Contacts::kHomeBlock,
-                                 Text1[kHomePhone]->text());
-    Contacts::SyncDisplayContact(gic(), RecordID, Contacts::kWorkBlock,
-                                 Text1[kWorkPhone]->text());
+    Contacts::SyncDisplayContact(gic(), RecordID, Contacts::kHomeBlock, Text1[kHomePhone]->text());
+    Contacts::SyncDisplayContact(gic(), RecordID, Contacts::kWorkBlock, Text1[kWorkPhone]->text());
 }
 
 void patScreen_SM::OpenContacts() {
@@ -815,8 +812,8 @@ bool patScreen_SM::KeyInField(int index, const QKeyEvent& key) {
             case kCity:
             case kState:
             case kZip:
-                if (prompts().Message(kDeleteAddress, Buttons::YesNo, Icon::Question,
-                                      windowTitle(), 2) == AnswerYes) {
+                if (prompts().Message(kDeleteAddress, Buttons::YesNo, Icon::Question, windowTitle(),
+                                      2) == AnswerYes) {
                     zip_->HidePanel();
                     for (const int field : {kCity, kState, kZip})
                         Text1[field]->clear();
@@ -870,6 +867,8 @@ void patScreen_SM::FillBlankNames() {
 
 int patScreen_SM::CheckSave() {
     Exiting = true;
+    // The base forgets where the close came from before the close goes on.
+    closedByOk_ = ClosedByOk();
     int answer = AnswerCancel;
     try {
         // A new patient is always one to save (or to drop by answering No).
@@ -896,8 +895,9 @@ int patScreen_SM::AskSave() {
     const QString last = Text1[kLast]->text().trimmed();
     const QString question =
         IsNewRecord ? QStringLiteral("New Patient, ") + first + QLatin1Char(' ') + last +
-                          QStringLiteral("\r\n, has not been saved. This new entry will be "
-                                         "discarded if you answer No.\r\nDo you want to save now?")
+                          QStringLiteral(
+                              "\r\n, has not been saved. This new entry will be "
+                              "discarded if you answer No.\r\nDo you want to save now?")
                     : QStringLiteral("Current changes to ") + first + QLatin1Char(' ') + last +
                           QStringLiteral(" have not been saved. Save now?");
     const int answer =
@@ -965,7 +965,7 @@ void patScreen_SM::Closing() {
     Exiting = true;
     gic().PutPatientID(IsNewRecord ? 0 : RecordID);
     gic().SetActiveRecord(IsNewRecord ? 0 : RecordID, QStringLiteral("PAT"));
-    if (ClosedByOk())
+    if (closedByOk_)
         gic().SetBookAppointmentRequest(bookAppointment_);
     if (!IsNewRecord)
         gic().NotifyPersonChanged(RecordID);

@@ -151,6 +151,7 @@ private:
     tools::CityStateZip* zip_ = nullptr;
     bool bookAppointment_ = false;
     bool bookRequested_ = false;
+    bool closedByOk_ = false;
     // The person the screen loaded; a save after another station deleted the row goes to a new
     // row, which is no member of the family the gone one headed.
     int loadedId_ = 0;
