@@ -729,7 +729,10 @@ void patScreen_SM::OpenContacts() {
             AnswerYes) {
             return;
         }
-        if (!FinishLeaveSteps() || Save(QString(), QString(), 0) != AnswerYes || IsNewRecord)
+        if (!FinishLeaveSteps())
+            return;
+        Modified = true;
+        if (Save(QString(), QString(), 0) != AnswerYes || IsNewRecord)
             return;
     }
     frmContact contact(gic(), this);
