@@ -304,6 +304,8 @@ void patScreen_SM::Setup_Screen(int PersonID, const QString& StartString) {
         component::session().ListCommand.clear();
     }
     FillNumberCarriers();
+    ShowBirthDate();
+    ShowAlertDate();
     if (LinkedId(Provider()) == 0) {
         SetCarrier(kProInd, QString::number(gic().GetDefaultProviderID()));
         ShowLinkedName(Provider());
