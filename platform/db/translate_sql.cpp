@@ -844,6 +844,8 @@ bool Statement::RewriteTop() {
             count = Next(count);
         } else if (count >= size() || t_[count].kind != Kind::Number) {
             continue;  // a column that happens to be called top
+        } else if (count + 1 < size() && t_[count + 1].kind == Kind::Word) {
+            continue;  // a number glued to a word is no count
         }
         const size_t after = Next(countEnd);
         if (after >= size() || IsPunct(after, u')'))

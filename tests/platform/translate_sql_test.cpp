@@ -266,6 +266,8 @@ TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
         {u"UPDATE (dbo INNER JOIN b ON dbo.x = b.y) SET dbo.x = b.z"_s,
          "UPDATE (dbo INNER JOIN b ON x = b.y) SET x = b.z",
          "UPDATE (dbo INNER JOIN b ON x = b.y) SET x = b.z"},
+        {u"Select top 1ORVOWIN.dbo.rsTable from t"_s, "Select top 1ORVOWIN.dbo.rsTable from t",
+         "Select top 1ORVOWIN.dbo.rsTable from t"},
         // A TOP with nothing to select stays, also once a joined DELETE brackets it.
         {u"DELETE AbsTable FROM TimTable LEFT JOIN AbsTable ON TimTable.TimID = AbsTable.AbsTimID "
          "WHERE TimTable.TimPid=3 SELECT TOP 3"_s,
