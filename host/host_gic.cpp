@@ -360,6 +360,11 @@ void HostGIC::CoverageAdded(int personId) {
 void HostGIC::CoverageChanged(int personId) {
     NoteChangedPerson(personId);
 }
+void HostGIC::NotifyPlanListChanged(int) {
+    // The host keeps no list of plans of its own: it counts the changes, so that what shows
+    // plans can tell it must read them again.
+    ++planListChanges_;
+}
 void HostGIC::SubscriberLinksChanged(int personId) {
     NoteChangedPerson(personId);
 }

@@ -184,12 +184,15 @@ public:
     QList<int> TakeChangedPersons() { return std::exchange(changedPersons_, {}); }
     // The record a screen last ended on (SetActiveRecord): its id and kind ("PAT").
     std::pair<int, QString> activeRecord() const { return activeRecord_; }
+    // How often the component said the plans changed (NotifyPlanListChanged).
+    int PlanListChanges() const { return planListChanges_; }
     // The host's side of GetGoToQuickAppoint.
     void SetGoToQuickAppoint(bool value) { goToQuickAppoint_ = value; }
 
 private:
     NoteAuthor Author();
     void NoteChangedPerson(int personId);
+    int planListChanges_ = 0;
 
     HostSession& session_;
     SettingsStore settings_;

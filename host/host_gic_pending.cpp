@@ -29,7 +29,6 @@ bool HostGIC::IsScreenLocked() { ORVO_PENDING(IsScreenLocked); }
 bool HostGIC::IsSupervisor(const QString&, QVariant&) { ORVO_PENDING(IsSupervisor); }
 QString HostGIC::MapTaxonomyCode(const QString&) { ORVO_PENDING(MapTaxonomyCode); }
 void HostGIC::RefreshHost(const QString&) { ORVO_PENDING(RefreshHost); }
-void HostGIC::NotifyPlanListChanged(int) { ORVO_PENDING(NotifyPlanListChanged); }
 bool HostGIC::PlanHasFixedFees(int) { ORVO_PENDING(PlanHasFixedFees); }
 bool HostGIC::PlanIsPercentile(int) { ORVO_PENDING(PlanIsPercentile); }
 bool HostGIC::PlanIsPPO(int) { ORVO_PENDING(PlanIsPPO); }

@@ -98,6 +98,25 @@ void DeclareInsuranceTables(schema::Catalog& catalog) {
     plans.indexes << QStringList{QStringLiteral("GroPlaInsID")}
                   << QStringList{QStringLiteral("GroPlaGroNum")};
     catalog.Add(plans);
+
+    // The per-code details of a plan, keyed by carrier and group number: only what differs
+    // from the Global plan (carrier 0, number 'GLOBAL').
+    schema::Table details{QStringLiteral("IPTable"), {Identity(QStringLiteral("IPRecNum"))}, {}};
+    details.columns << Long(QStringLiteral("IPInsCoID")) << Text(QStringLiteral("IPGroNum"), 30)
+                    << Text(QStringLiteral("IPPlaNam"), 50) << Text(QStringLiteral("IPCod"), 10)
+                    << Text(QStringLiteral("IPCodMod"), 5) << Text(QStringLiteral("IPCodCat"), 10)
+                    << Text(QStringLiteral("IPDes"), 60)
+                    << schema::Currency(QStringLiteral("IPPFee"))
+                    << schema::Currency(QStringLiteral("IPSFee")) << Long(QStringLiteral("IPPCov"))
+                    << Long(QStringLiteral("IPSCov")) << schema::Currency(QStringLiteral("IPPMax"))
+                    << schema::Currency(QStringLiteral("IPSMax"))
+                    << Text(QStringLiteral("IPPDedApp"), 1) << Text(QStringLiteral("IPSDedApp"), 1)
+                    << Long(QStringLiteral("IPPUCR")) << Long(QStringLiteral("IPSUCR"))
+                    << Text(QStringLiteral("IPPPer"), 10) << Text(QStringLiteral("IPSPer"), 10)
+                    << Long(QStringLiteral("IPPPerNumTim")) << Long(QStringLiteral("IPSPerNumTim"))
+                    << Date(QStringLiteral("IPStaDat"));
+    details.indexes << QStringList{QStringLiteral("IPInsCoID"), QStringLiteral("IPGroNum")};
+    catalog.Add(details);
 }
 
 }  // namespace orvo::insurance

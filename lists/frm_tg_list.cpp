@@ -26,6 +26,7 @@
 #include "lists/list_icons.h"
 #include "lists/list_table_model.h"
 #include "lists/lists_log.h"
+#include "lists/shared_record_commands.h"
 #include "people/person_record.h"
 #include "platform/db/database_error.h"
 #include "platform/db/recordset.h"
@@ -698,18 +699,22 @@ bool frmTGList::PatientCheck(const QString& key) {
 }
 
 void frmTGList::Command_Delete() {
-    static const QHash<int, QString> kWhat{
-        {lulInsuranceCo, QObject::tr("Deleting an insurance company")},
-        {lulEmployer, QObject::tr("Deleting an employer")},
-        {lulGroupPlan, QObject::tr("Deleting a group plan")},
-        {lulRecallMaster, QObject::tr("Deleting a recall master")},
-        {lulPharmacy, QObject::tr("Deleting a pharmacy")}};
+    SharedRecordCommands shared(gic_, *this, owner_);
     if (IsPersonList(ListType)) {
         ReportNotAvailable(tr("Deleting a person"));
-    } else if (kWhat.contains(ListType)) {
-        ReportNotAvailable(kWhat.value(ListType));
+    } else if (ListType == lulInsuranceCo) {
+        shared.Delete_Carrier();
+    } else if (ListType == lulEmployer) {
+        shared.Delete_Employer();
+    } else if (ListType == lulGroupPlan) {
+        shared.Delete_GroupPlan();
+    } else if (ListType == lulPharmacy) {
+        shared.Delete_Pharmacy();
+    } else if (ListType == lulRecallMaster) {
+        ReportNotAvailable(tr("Deleting a recall master"));
     }
     RefreshRowCount();
+    ui_->DotNetGrid->setFocus();
 }
 
 // The grid as shown (its visible columns, in their order; the rows the filter leaves), as a

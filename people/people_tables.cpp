@@ -58,6 +58,7 @@ QList<Column> PersonColumns() {
     // Clinical and referral.
     c << Long(QStringLiteral("pPROIND")) << Long(QStringLiteral("pREFIND"))
       << Long(QStringLiteral("pPHY1")) << Long(QStringLiteral("pPHY2"))
+      << Long(QStringLiteral("pPhaID"))  // the person's pharmacy (PhaTable)
       << Text(QStringLiteral("pMEDALE"), 100) << Text(QStringLiteral("pMEDALEUPD"), 10)
       << Text(QStringLiteral("pEMECON"), 30) << Text(QStringLiteral("pSCHNAM"), 30)
       << Text(QStringLiteral("pSCHCIT"), 30) << Text(QStringLiteral("pCASNUM"), 18)

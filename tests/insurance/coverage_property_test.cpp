@@ -3,11 +3,13 @@
 #include <QSet>
 
 #include "tests/insurance/coverage_fixture.h"
+#include "tests/support/statement_fault.h"
 
 namespace orvo::insurance::test {
 namespace {
 
 using orvo::test::EngineParamName;
+using orvo::test::StatementFault;
 
 // A small practice: families, employers with plans and each with its "No Insurance Coverage"
 // link, for the random work to choose from.
@@ -167,26 +169,6 @@ TEST_P(CoveragePropertyTest, RandomWorkKeepsTheChainWhole) {
     EXPECT_GT(chain().Long(QStringLiteral("SELECT count(*) FROM CovTable WHERE CovFla=1")), 10)
         << "seed " << seed;
 }
-
-// Fails the statement numbered `failAt` (from 1) of what runs on the connection while it is in
-// force; counts every statement sent.
-class StatementFault {
-public:
-    StatementFault(db::Connection& connection, int failAt)
-        : connection_(connection), failAt_(failAt) {
-        connection_.SetStatementHook([this](const QString& statement) {
-            if (++sent_ == failAt_)
-                throw db::DatabaseError(QStringLiteral("injected failure"), statement);
-        });
-    }
-    ~StatementFault() { connection_.SetStatementHook({}); }
-    int sent() const { return sent_; }
-
-private:
-    db::Connection& connection_;
-    int failAt_;
-    int sent_ = 0;
-};
 
 class CoverageFaultTest : public CoverageTest {
 protected:
