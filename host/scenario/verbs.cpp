@@ -226,6 +226,11 @@ void SelectTab(Runner& r, const Step& step) {
     tabs->setCurrentIndex(tab);
 }
 
+// As the window's close button in its title bar: the screen is asked to close.
+void CloseWindow(Runner& r, const Step&) {
+    r.ActiveScreen()->close();
+}
+
 void Screenshot(Runner& r, const Step& step) {
     if (!r.ActiveScreen()->grab().save(step.args[0]))
         Throw(QStringLiteral("cannot write ") + step.args[0]);
@@ -439,6 +444,7 @@ constexpr std::array kVerbs{
     Verb{"click", "click CONTROL", 1, false, Click},
     Verb{"select-row", "select-row CONTROL N", 2, false, SelectRow},
     Verb{"select-tab", "select-tab CONTROL N", 2, false, SelectTab},
+    Verb{"close-window", "close-window", 0, false, CloseWindow},
     Verb{"screenshot", "screenshot FILE", 1, false, Screenshot},
     Verb{"check-text", "check-text CONTROL TEXT", 2, false, CheckText},
     Verb{"check-enabled", "check-enabled CONTROL true|false", 2, false, CheckEnabled},
