@@ -162,15 +162,6 @@ const StartMethod kStartMethods[] = {
      [](StartInstances& on, const QStringList& args) {
          return TextAndId<&EditingScreen::Pharmacy_Start>(on, args, "Pharmacy_Start");
      }},
-    // A person's id and the tab in front (0 home, 1 work); answers whether anything was saved.
-    {"Contact_Start", "ID [TAB]", 1, 2, 2,
-     [](StartInstances& on, const QStringList& args) {
-         const int person = IntArg("Contact_Start", args, 0);
-         const int tab = IntArg("Contact_Start", args, 1);
-         const bool saved = on.editing().Contact_Start(person, tab);
-         return QStringList{QString::number(person), QString::number(tab),
-                            saved ? QStringLiteral("True") : QStringLiteral("False")};
-     }},
     // A person's id (0 for a new one), the start string ("NEW" or "EMERGENCY" with last and
     // first name separated by a line feed; "FIND" for find-or-add), and whether the save-and-
     // book button shows; gives back the id and whether booking an appointment follows.

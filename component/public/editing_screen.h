@@ -96,11 +96,6 @@ public:
     virtual void PaTable_Edit_Start(QString& SrchFld, QString& Tmp) = 0;
     // Whether the screen changed anything.
     virtual bool eReminder_PersonalSetup(int PatientID) = 0;
-    // The contact information of a person (its home and work blocks), for a host that shows it
-    // outside the person screens; SetupTab 0 opens on the home block, 1 on the work block.
-    // Whether anything was saved.
-    virtual bool Contact_Start(int PatientID, int SetupTab = 0) = 0;
-
     // The host's handler of the events; not owned, null for none.
     virtual void SetEventSink(EditingScreenEvents* sink) = 0;
 };

@@ -202,21 +202,4 @@ bool EditingScreenInstance::eReminder_PersonalSetup(int) {
     NotYet("eReminder_PersonalSetup");
 }
 
-bool EditingScreenInstance::Contact_Start(int PatientID, int SetupTab) {
-    if (PatientID == 0)
-        return false;
-    GIC& gic = RequireGIC("Contact_Start");
-    bool changed = false;
-    StartScreen<people::frmContact>(
-        StartContextFor("Contact_Start"),
-        [&gic] { return std::make_unique<people::frmContact>(gic); },
-        [&](people::frmContact& screen) {
-            screen.PatientID = PatientID;
-            screen.SetupTab = SetupTab;
-            screen.Setup_Screen();
-        },
-        [&](people::frmContact& screen) { changed = screen.ChangeMade; });
-    return changed;
-}
-
 }  // namespace orvo::component

@@ -42,7 +42,6 @@ public:
     void Load_PatInfo_Small(int& l_ID, QString& s_ID, bool* GoToQuickAppoint) override;
     void PaTable_Edit_Start(QString& SrchFld, QString& Tmp) override;
     bool eReminder_PersonalSetup(int PatientID) override;
-    bool Contact_Start(int PatientID, int SetupTab) override;
 
     void SetEventSink(EditingScreenEvents* sink) override { relay_.SetSink(sink); }
 

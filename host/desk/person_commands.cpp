@@ -11,20 +11,6 @@
 namespace orvo::host {
 namespace {
 
-void OpenContactInformation(MainWindow& window) {
-    const QString title = QObject::tr("Contact Information");
-    const auto answer = prompts().Input(QObject::tr("ID number of the person:"), title);
-    if (!answer || answer->trimmed().isEmpty())
-        return;
-    RunUserAction(title, [&] {
-        const QString saved =
-            window.RunStartMethod(QStringLiteral("Contact_Start"), answer->trimmed());
-        window.statusBar()->showMessage(saved == QLatin1String("True")
-                                            ? QObject::tr("Contact information saved")
-                                            : QObject::tr("Nothing saved"));
-    });
-}
-
 // Find-or-add among the patients, then the patient screen on the one taken (or the new one).
 void FindPatient(MainWindow& window) {
     const QString title = QObject::tr("Find a Patient");
@@ -54,8 +40,6 @@ QMenu& PatientsMenu(QMenuBar& menus) {
 void AddPersonCommands(QMenuBar& menus, MainWindow& window) {
     PatientsMenu(menus).addAction(QObject::tr("&Find a Patient..."), &window,
                                   [&window] { FindPatient(window); });
-    PatientsMenu(menus).addAction(QObject::tr("&Contact Information..."), &window,
-                                  [&window] { OpenContactInformation(window); });
 }
 
 }  // namespace orvo::host
