@@ -296,7 +296,7 @@ constexpr QLatin1String kClauseWords(
     "SELECT FROM WHERE AND OR NOT ON AS JOIN INNER LEFT RIGHT FULL OUTER CROSS "
     "NATURAL GROUP ORDER BY HAVING UNION INTERSECT EXCEPT ALL DISTINCT INTO "
     "VALUES SET UPDATE DELETE INSERT IN IS LIKE ILIKE BETWEEN CASE WHEN THEN "
-    "ELSE LIMIT OFFSET ASC DESC EXISTS TOP WITH USING ESCAPE RETURNING");
+    "ELSE LIMIT OFFSET ASC DESC EXISTS TOP WITH USING ESCAPE RETURNING NOCOUNT");
 
 // Names that cannot stand bare as identifiers on one engine or the other.
 constexpr QLatin1String kReservedNames(
@@ -704,6 +704,9 @@ void Statement::RewriteQualifiers() {
             dateReach = false;
         }
         if (t.kind != Kind::Word || !boundary || dateReach || !IsPunct(i + 1, u'.'))
+            continue;
+        // A value word, ours after a call was translated, names no database.
+        if (IsWordIn(i, "NULL TRUE FALSE CURRENT_DATE CURRENT_TIMESTAMP LOCALTIMESTAMP"_L1))
             continue;
         size_t end = 0;  // one past the prefix
         if (i + 3 < size() && IsWord(i + 2, "dbo"_L1) && IsPunct(i + 3, u'.')) {

@@ -252,6 +252,11 @@ TEST(TranslateSql, MalformedTextTranslatesInOnePass) {
         {u"WHERE a Like 'O'#01/02/2024#'Br'"_s, "WHERE a Like 'O' '2024-01-02' 'Br'",
          "WHERE a ILIKE 'O' '2024-01-02' 'Br'"},
         {u"dbo.SET NOCOUNT ON"_s, "dbo.SET NOCOUNT ON", "dbo.SET NOCOUNT ON"},
+        {u"SET ORVOWIN.dbo.NOCOUNT ON"_s, "SET ORVOWIN.dbo.NOCOUNT ON",
+         "SET ORVOWIN.dbo.NOCOUNT ON"},
+        // A call translated to a value word before two dots is no database.
+        {u"SELECT GetDate()..x"_s, "SELECT datetime('now','localtime')..x",
+         "SELECT LOCALTIMESTAMP..x"},
         // A call made a word keeps apart from the word glued to it.
         {u"SELECT Now()RCDuePer FROM t"_s, "SELECT datetime('now','localtime')RCDuePer FROM t",
          "SELECT LOCALTIMESTAMP RCDuePer FROM t"},
