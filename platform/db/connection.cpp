@@ -78,7 +78,7 @@ Connection::Connection(const ConnectionOptions& options)
 
 Connection::~Connection() {
     stale_.clear();
-    prepared_.clear();  // statements go before their connection
+    shapes_.clear();  // statements go before their connection
     db_.close();
     db_ = QSqlDatabase();
     QSqlDatabase::removeDatabase(name_);
@@ -119,16 +119,22 @@ QString Connection::Translate(const QString& sql) const {
     return TranslateSql(sql, engine());
 }
 
-QString Connection::Compose(const QString& shape, const QStringList& literals) const {
-    auto it = shapes_.constFind(shape);
-    if (it == shapes_.constEnd()) {
-        // Shapes are written in the code, so the cache stays small; a caller that made shapes
-        // of values would only fill it, and it starts again.
-        if (shapes_.size() >= 256)
-            shapes_.clear();
-        it = shapes_.insert(shape, SplitAtPlaceholders(Translate(shape)));
+Connection::Shape& Connection::KeptShape(const QString& shape) const {
+    auto it = shapes_.find(shape);
+    if (it != shapes_.end())
+        return *it;
+    // Shapes are written in the code, so the cache stays small; a caller that made shapes of
+    // values would only fill it, and it starts again. Statements kept prepared stay: their
+    // callers may hold them while the cache fills.
+    if (shapes_.size() >= 256) {
+        for (auto drop = shapes_.begin(); drop != shapes_.end();)
+            drop = drop->prepared ? std::next(drop) : shapes_.erase(drop);
     }
-    const QStringList& pieces = *it;
+    return *shapes_.insert(shape, Shape{SplitAtPlaceholders(Translate(shape)), nullptr});
+}
+
+QString Connection::Compose(const QString& shape, const QStringList& literals) const {
+    const QStringList& pieces = KeptShape(shape).pieces;
     if (pieces.size() != literals.size() + 1) {
         throw DatabaseError(QStringLiteral("The statement has %1 places for values, not %2.")
                                 .arg(pieces.size() - 1)
@@ -172,28 +178,35 @@ int Connection::ExecuteTranslated(const QString& statement) {
     return std::max(query.numRowsAffected(), 0);
 }
 
-// The statements of a text that have a counterpart here (SET NOCOUNT ON has none).
-QStringList Connection::OwnStatements(const QString& sql) const {
-    QStringList statements;
-    for (const QString& statement : SplitSqlStatements(sql)) {
-        if (!Translate(statement).trimmed().isEmpty())
-            statements << statement;
+// The statements of a text as they go to the driver, each translated once, grouped by the
+// statement of the text they came from. A statement with no counterpart here (SET NOCOUNT ON)
+// gives no group; one that translates into several (a server block becomes a create and an
+// insert) gives them all, in order.
+QList<QStringList> Connection::OwnStatements(const QString& sql) const {
+    // Most texts are one statement: only a ';' somewhere can make them more.
+    const QStringList statements =
+        sql.contains(QLatin1Char(';')) ? SplitSqlStatements(sql) : QStringList{sql};
+    QList<QStringList> own;
+    for (const QString& statement : statements) {
+        const QString translated = Translate(statement).trimmed();
+        if (translated.isEmpty())
+            continue;
+        own << (translated.contains(QLatin1Char(';')) ? SplitSqlStatements(translated)
+                                                      : QStringList{translated});
     }
-    return statements;
+    return own;
 }
 
 int Connection::Execute(const QString& sql) {
-    const QStringList statements = OwnStatements(sql);
+    const QList<QStringList> statements = OwnStatements(sql);
     if (statements.size() > 1) {
         const DatabaseError error(QStringLiteral("Only one statement may be sent at a time."), sql);
         qCWarning(lcDb).noquote() << error.describe();
         throw error;
     }
-    // A statement may translate into several (a server block becomes a create and an insert),
-    // so the translation is split again before each piece goes to the driver.
     int affected = 0;
-    for (const QString& statement : statements) {
-        for (const QString& piece : SplitSqlStatements(Translate(statement)))
+    for (const QStringList& pieces : statements) {
+        for (const QString& piece : pieces)
             affected += ExecuteTranslated(piece);
     }
     return affected;
@@ -208,12 +221,12 @@ void Connection::ExecuteOneRow(const QString& sql) {
 }
 
 QSqlQuery& Connection::Prepared(const QString& sql) {
-    if (const auto found = prepared_.constFind(sql); found != prepared_.constEnd()) {
-        if (!stale_.contains(found->get()))
-            return **found;
-        stale_.remove(found->get());
-    }
-    const QString statement = Translate(sql);
+    Shape& shape = KeptShape(sql);
+    if (shape.prepared && !stale_.contains(shape.prepared.get()))
+        return *shape.prepared;
+    if (shape.prepared)
+        stale_.remove(shape.prepared.get());
+    const QString statement = shape.pieces.join(QLatin1Char('?'));
     RequireOneStatement(statement);
     auto query = std::make_shared<QSqlQuery>(db_);
     query->setForwardOnly(true);
@@ -222,7 +235,7 @@ QSqlQuery& Connection::Prepared(const QString& sql) {
         qCWarning(lcDb).noquote() << error.describe();
         throw error;
     }
-    prepared_.insert(sql, query);
+    shape.prepared = query;
     return *query;
 }
 
@@ -246,18 +259,24 @@ qint64 Connection::InsertWithIdentity(const QString& insertSql) {
     // connection right after it, so another station's insert cannot be seen. Anything else in
     // the batch is refused.
     QStringList inserts;
-    for (const QString& statement : OwnStatements(insertSql)) {
-        if (!IsIdentityQuery(statement))
-            inserts << statement;
+    bool insertFirst = false;
+    for (const QString& statement : SplitSqlStatements(insertSql)) {
+        if (IsIdentityQuery(statement))
+            continue;
+        const QString translated = Translate(statement).trimmed();
+        if (translated.isEmpty())
+            continue;  // SET NOCOUNT ON
+        insertFirst =
+            inserts.isEmpty() && statement.startsWith(QLatin1String("INSERT"), Qt::CaseInsensitive);
+        inserts << translated;
     }
-    if (inserts.size() != 1 ||
-        !inserts.front().startsWith(QLatin1String("INSERT"), Qt::CaseInsensitive)) {
+    if (inserts.size() != 1 || !insertFirst) {
         throw DatabaseError(
             QStringLiteral("Expected one INSERT, and at most the query of its key."), insertSql);
     }
-    ExecuteTranslated(Translate(inserts.front()));
-    const QVariant key = ReadScalar(*this, QStringLiteral("SELECT @@IDENTITY"));
-    return key.toLongLong();
+    ExecuteTranslated(inserts.front());
+    const Recordset key(*this, QStringLiteral("SELECT @@IDENTITY"), QStringList());
+    return key.IsEmpty() || key.FieldCount() == 0 ? 0 : key.Long(0);
 }
 
 // The advisory lock that creating or upgrading a practice holds on the server: this key with

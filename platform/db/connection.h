@@ -105,8 +105,15 @@ public:
 private:
     explicit Connection(const ConnectionOptions& options);
     void Configure();
+    // A statement shape translated on this connection, cut at its marks, and the statement
+    // kept prepared from it once Prepared has asked for one.
+    struct Shape {
+        QStringList pieces;
+        std::shared_ptr<QSqlQuery> prepared;
+    };
+    Shape& KeptShape(const QString& shape) const;
     int ExecuteTranslated(const QString& statement);
-    QStringList OwnStatements(const QString& sql) const;
+    QList<QStringList> OwnStatements(const QString& sql) const;
     void RequireOneStatement(const QString& statement) const;
 
     ConnectionOptions options_;
@@ -115,10 +122,9 @@ private:
     QHash<QString, ProcedureDefinition> procedures_;  // by lower-case name, embedded engine
     bool inTransaction_ = false;
     StatementHook hook_;
-    // Shapes translated, cut at their marks; a few dozen at the most in a session.
-    mutable QHash<QString, QStringList> shapes_;
-    // Statements of Prepared, by their text before translation.
-    QHash<QString, std::shared_ptr<QSqlQuery>> prepared_;
+    // The shapes of Compose and of Prepared, by their text before translation: a shape is
+    // translated once whichever way it is run. A few dozen at the most in a session.
+    mutable QHash<QString, Shape> shapes_;
     QSet<const QSqlQuery*> stale_;  // failed on their last run: prepared anew on the next use
 };
 

@@ -17,10 +17,8 @@ Recordset::Recordset(Connection& connection, QString statement, Translated)
     connection.Send(query_, statement_);
     const QSqlRecord record = query_.record();
     names_.reserve(record.count());
-    for (int i = 0; i < record.count(); ++i) {
+    for (int i = 0; i < record.count(); ++i)
         names_.push_back(record.fieldName(i));
-        index_.insert(record.fieldName(i).toLower(), i);
-    }
     empty_ = !query_.next();
     eof_ = empty_;
 }
@@ -32,13 +30,18 @@ void Recordset::MoveNext() {
 
 int Recordset::IndexOf(const QString& name) const {
     // Most reads name one of a handful of columns: a scan without allocating beats hashing a
-    // lower-cased copy. Wide results fall back to the hash.
+    // lower-cased copy. Wide results fall back to a hash, made at their first read by name.
     if (names_.size() <= 16) {
         for (size_t i = 0; i < names_.size(); ++i) {
             if (names_[i].compare(name, Qt::CaseInsensitive) == 0)
                 return static_cast<int>(i);
         }
         return -1;
+    }
+    if (index_.isEmpty()) {
+        index_.reserve(static_cast<qsizetype>(names_.size()));
+        for (size_t i = 0; i < names_.size(); ++i)
+            index_.insert(names_[i].toLower(), static_cast<int>(i));
     }
     return index_.value(name.toLower(), -1);
 }

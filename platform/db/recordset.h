@@ -47,7 +47,7 @@ private:
     QString statement_;
     QSqlQuery query_;
     std::vector<QString> names_;
-    QHash<QString, int> index_;
+    mutable QHash<QString, int> index_;  // lower-case name to index, for wide results
     bool empty_ = true;
     bool eof_ = true;
 };

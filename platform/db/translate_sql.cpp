@@ -123,14 +123,19 @@ qsizetype EndOfDate(QStringView s, qsizetype from) {
     return IsoDate(s.mid(from + 1, close - from - 1)) ? close + 1 : -1;
 }
 
-Lexed Lex(QStringView s) {
+// Reads a text into tokens. With `borrow`, the tokens' texts point into s instead of holding
+// copies: a statement has dozens of tokens and most are never rewritten, so reading is then
+// one allocation instead of one per token. Borrowed tokens must not outlive s, and whatever
+// is made of them and kept past it goes through Owned first.
+Lexed Lex(QStringView s, bool borrow = false) {
     Lexed out;
     Tokens& tokens = out.tokens;
     tokens.reserve(static_cast<size_t>(s.size() / 3 + 1));
     const qsizetype n = s.size();
     qsizetype i = 0;
     auto push = [&](Kind kind, qsizetype end) {
-        tokens.push_back({kind, s.mid(i, end - i).toString()});
+        tokens.push_back({kind, borrow ? QString::fromRawData(s.data() + i, end - i)
+                                       : s.mid(i, end - i).toString()});
         i = end;
     };
     auto fail = [&](const char* problem) {
@@ -231,6 +236,14 @@ Lexed Lex(QStringView s) {
     return out;
 }
 
+// A text made of borrowed tokens, as a copy of its own (a text that owns its data, or is
+// empty, is passed on as it is).
+QString Owned(QString text) {
+    if (!text.isEmpty() && !text.data_ptr().isMutable())
+        return QString(text.constData(), text.size());
+    return text;
+}
+
 // A fragment this file writes itself, known to read cleanly.
 Tokens Fragment(const QString& text) {
     return Lex(text).tokens;
@@ -238,6 +251,10 @@ Tokens Fragment(const QString& text) {
 
 QString Render(const Tokens& tokens, size_t begin, size_t end) {
     QString out;
+    qsizetype length = 0;
+    for (size_t i = begin; i < end && i < tokens.size(); ++i)
+        length += tokens[i].text.size();
+    out.reserve(length);
     for (size_t i = begin; i < end && i < tokens.size(); ++i)
         out += tokens[i].text;
     return out;
@@ -1494,8 +1511,9 @@ std::optional<QString> Statement::BackupGuard() {
     return TranslateSql(createText, engine_) + u"; "_s + TranslateSql(copy, engine_);
 }
 
+// The tokens of a text the caller keeps alive while they are used; they borrow from it.
 std::optional<Tokens> Read(const QString& sql, const char* what) {
-    Lexed lexed = Lex(sql);
+    Lexed lexed = Lex(sql, true);
     if (lexed.problem.isEmpty())
         return std::move(lexed.tokens);
     qCWarning(lcSql).noquote() << QStringLiteral("%1: %2; sent unchanged: %3")
@@ -1510,6 +1528,7 @@ QString TranslateSql(const QString& sql, Engine engine) {
     if (!tokens)
         return sql;
     QString out;
+    out.reserve(sql.size() + sql.size() / 4);
     bool dropped = false;
     for (const Piece& piece : SplitPieces(*tokens)) {
         const auto begin = tokens->begin();
@@ -1536,12 +1555,12 @@ QString TranslateSql(const QString& sql, Engine engine) {
         if (piece.separated)
             out += u';';
     }
-    return out;
+    return Owned(std::move(out));
 }
 
 QStringList SplitAtPlaceholders(const QString& sql) {
     QStringList pieces{QString()};
-    const Lexed lexed = Lex(sql);
+    const Lexed lexed = Lex(sql, true);
     if (!lexed.problem.isEmpty()) {
         pieces.front() = sql;
         return pieces;
@@ -1552,6 +1571,8 @@ QStringList SplitAtPlaceholders(const QString& sql) {
         else
             pieces.back() += t.text;
     }
+    for (QString& piece : pieces)
+        piece = Owned(std::move(piece));
     return pieces;
 }
 
@@ -1563,7 +1584,7 @@ QStringList SplitSqlStatements(const QString& sql) {
     for (const Piece& piece : SplitPieces(*tokens)) {
         const QString text = Render(*tokens, piece.begin, piece.end).trimmed();
         if (!text.isEmpty())
-            statements << text;
+            statements << Owned(text);
     }
     return statements;
 }

@@ -296,6 +296,19 @@ TEST_P(DatabaseTest, PreparedStatementsAreKeptAndBoundAndSurviveAFailure) {
         0);
     EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable").toInt(), 3);
     EXPECT_THROW(db().Prepared("SELECT 1; SELECT 2"), db::DatabaseError);
+
+    // A shape is kept once, composed or prepared; a caller that fills the cache with shapes
+    // of its own does not take a prepared statement away from under its holder.
+    const QString count = QStringLiteral("SELECT count(*) FROM [InsCoTable] WHERE InsCoInd > ?");
+    EXPECT_EQ(db().Compose(count, {"8"}), db().Translate(QString(count).replace('?', '8')));
+    QSqlQuery& kept = db().Prepared(count);
+    for (int i = 0; i < 300; ++i)
+        db().Compose(QStringLiteral("SELECT %1 FROM InsCoTable WHERE InsCoInd = ?").arg(i), {"1"});
+    EXPECT_EQ(&db().Prepared(count), &kept);
+    db().RunPrepared(kept, {7});
+    ASSERT_TRUE(kept.next());
+    EXPECT_EQ(kept.value(0).toInt(), 2);
+    kept.finish();
 }
 
 // Every subsystem declares its columns through the same helpers: a number or a flag that an
