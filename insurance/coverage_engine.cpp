@@ -53,7 +53,12 @@ public:
     }
     void Commit() { transaction_.Commit(); }
 
-    QString Today() const { return gic_.GetToday().toString(QStringLiteral("MM/dd/yyyy")); }
+    // The day every row of the transaction is ended or started on, read once.
+    const QString& Today() {
+        if (today_.isEmpty())
+            today_ = gic_.GetToday().toString(QStringLiteral("MM/dd/yyyy"));
+        return today_;
+    }
 
     // Inserts and answers the new key, in the form the engine of the session takes.
     int InsertWithNewKey(const QString& insert) {
@@ -75,6 +80,7 @@ private:
     db::Connection& connection_;
     db::Transaction transaction_;
     QSet<int> locked_;
+    QString today_;
 };
 
 QString EndRowSet(const QString& table, const QString& prefix, ChainWrite& w) {
