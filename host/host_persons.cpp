@@ -72,11 +72,12 @@ void DeclarePersonHostTables(schema::Catalog& catalog) {
 void RefreshFamilyHeadIndex(db::Connection& connection, int personId) {
     // One read tells both sides: whether the person is a head now, and what the list holds. It
     // runs on every change of a person, so it is kept prepared.
-    QSqlQuery& rs = connection.Prepared(
-        QStringLiteral("SELECT pLASNAM, pFIRNAM, CASE WHEN %1 THEN 1 ELSE 0 END, "
-                       "FMIndLASNAM, FMIndFirNAM, FMIndPatTabID FROM PATable LEFT "
-                       "JOIN FMIndTable ON FMIndPatTabID = pID WHERE pID = ?")
-            .arg(kFamilyHeadFilter));
+    static const QString kRead = QStringLiteral(
+                                     "SELECT pLASNAM, pFIRNAM, CASE WHEN %1 THEN 1 ELSE 0 END, "
+                                     "FMIndLASNAM, FMIndFirNAM, FMIndPatTabID FROM PATable LEFT "
+                                     "JOIN FMIndTable ON FMIndPatTabID = pID WHERE pID = ?")
+                                     .arg(kFamilyHeadFilter);
+    QSqlQuery& rs = connection.Prepared(kRead);
     bool found = false;
     bool head = false;
     bool listed = false;

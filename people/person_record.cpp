@@ -339,16 +339,17 @@ void SetPersonType(GIC& gic, int pID, const QString& column, const QString& valu
     QStringList sets{role + QStringLiteral(" = ?")};
     QVariantList values{value};
 
-    // Most role changes need nothing of the row: the consequences that depend on it are read
-    // first only for the patient role (its archive marks, the status of a returning patient) and
-    // for a new provider or employee (the employee role kept, the initials).
-    const bool readRow = toPatient || (one && (toProvider || toEmployee));
+    // The row is read first, through a kept statement: the consequences depend on it (the
+    // archive marks and the status of a returning patient, the employee role and the initials
+    // of a new provider or employee), and so does the placement in a family. A person already
+    // placed keeps pFAMHEAIND out of the statement, so that the update leaves its index alone.
     QString previous;
     bool restoreReminders = false;
-    if (readRow) {
+    bool unplaced = false;
+    {
         QSqlQuery& row = connection.Prepared(
             QStringLiteral("Select %1, pTypX1, pTypEmp, pAccTyp, pSrtFlg, pDocIni, pLASNAM, "
-                           "pFIRNAM from PATABLE WHERE pID = ?")
+                           "pFIRNAM, pFAMHEAIND from PATABLE WHERE pID = ?")
                 .arg(role));
         QStringList read;
         {
@@ -358,6 +359,7 @@ void SetPersonType(GIC& gic, int pID, const QString& column, const QString& valu
                 return;  // nobody to change
             for (int i = 0; i < 8; ++i)
                 read << row.value(i).toString();
+            unplaced = row.value(8).toLongLong() == 0;  // 0 or null
         }
         previous = read[0];
         bool restoreAccount = false;
@@ -394,9 +396,12 @@ void SetPersonType(GIC& gic, int pID, const QString& column, const QString& valu
     if (toProvider && value == QLatin1String("Z"))
         sets << QStringLiteral("pTypEmp='1'");
     // Whoever receives a role is head of a family of one unless already placed; the statement
-    // decides it from the row as it stands.
-    sets << QStringLiteral(
-        "pFAMHEAIND = CASE WHEN pFAMHEAIND IS NULL OR pFAMHEAIND = 0 THEN pID ELSE pFAMHEAIND END");
+    // decides it again from the row as it stands when it runs.
+    if (unplaced) {
+        sets << QStringLiteral(
+            "pFAMHEAIND = CASE WHEN pFAMHEAIND IS NULL OR pFAMHEAIND = 0 THEN pID ELSE "
+            "pFAMHEAIND END");
+    }
     values << pID;
     QSqlQuery& update =
         connection.Prepared(QStringLiteral("UPDATE PATABLE SET ") +
@@ -407,11 +412,8 @@ void SetPersonType(GIC& gic, int pID, const QString& column, const QString& valu
         changed = connection.RunPrepared(update, values);
     }
     if (changed == 0) {
-        // A row read a moment ago and gone now was deleted by another station; a person never
-        // there is simply nobody to change.
-        if (readRow)
-            throw db::RowNotFoundError(update.lastQuery());
-        return;
+        // The row was read a moment ago: gone now, another station deleted it.
+        throw db::RowNotFoundError(update.lastQuery());
     }
 
     if (extraID != 0)

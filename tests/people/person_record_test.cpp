@@ -221,22 +221,28 @@ TEST_P(PersonRecordTest, NothingHappensForBlankArgumentsOrAMissingPersonAndBadCo
     SetPersonType(Host(), person, "PTYPPAT", "");
     SetPersonType(Host(), 0, "PTYPPAT", "1");
     SetPersonType(Host(), 99999, "PTYPPAT", "1");
-    SetPersonType(Host(), 99999, "PTYPREF", "1");  // a role that needs nothing read first
+    SetPersonType(Host(), 99999, "PTYPREF", "1");  // a role with no consequences of its own
     EXPECT_TRUE(Host().calls.isEmpty());
     EXPECT_THROW(SetPersonType(Host(), person, "pLASNAM", "1"), std::invalid_argument);
     EXPECT_EQ(Column(person, "pTypPat"), "");
 }
 
-// A role with no consequences of its own is given without reading the row first; the family
-// placement is decided by the statement from the row as it stands.
+// A role with no consequences of its own places the unplaced as head of a family of one and
+// keeps the placed where they are, each change in one UPDATE of the person.
 TEST_P(PersonRecordTest, RolesWithoutConsequencesPlaceTheUnplacedAndKeepThePlaced) {
     const int head = AddPerson({"pLASNAM", "pFAMHEAIND"}, {"'Peña'", "0"});
     const int member = AddPerson({"pLASNAM", "pFAMHEAIND"}, {"'Peña'", QString::number(head)});
     const int unplaced = AddPerson({"pLASNAM"}, {"'Müller'"});
+    int updates = 0;
+    Db().SetStatementHook([&updates](const QString& sql) {
+        updates += sql.startsWith(QLatin1String("UPDATE PATABLE"), Qt::CaseInsensitive);
+    });
     SetPersonType(Host(), head, "ptypref", "1");
     SetPersonType(Host(), member, "PTYPPHY", "1");
     SetPersonType(Host(), unplaced, "PTYPX2", "Z");
     SetPersonType(Host(), member, "PTYPEMP", "0");
+    Db().SetStatementHook({});
+    EXPECT_EQ(updates, 4);
     EXPECT_EQ(Column(head, "pFAMHEAIND"), QString::number(head));
     EXPECT_EQ(Column(head, "pTypRef"), "1");
     EXPECT_EQ(Column(member, "pFAMHEAIND"), QString::number(head));
