@@ -76,6 +76,49 @@ int CompareSpans(const Char* a, size_t na, const Char* b, size_t nb) {
     return na == nb ? 0 : (na < nb ? -1 : 1);
 }
 
+// Appends the folded text of a column's cell, whose text starts at `begin` of the column's
+// text: the first 256 characters fold through the table, a cell with any other through Qt. A
+// column keeps no folded texts while every cell folds to itself.
+void AppendFold(ListColumn& column, const QChar* chars, qsizetype length, uint32_t begin) {
+    static thread_local std::vector<QChar> scratch;
+    scratch.resize(length);
+    const auto& folds = Latin1Folds();
+    bool simple = true;
+    bool same = true;
+    for (qsizetype i = 0; i < length; ++i) {
+        const char16_t c = chars[i].unicode();
+        if (c > 0xff) {
+            simple = false;
+            break;
+        }
+        scratch[i] = QChar(folds[c]);
+        same &= folds[c] == c;
+    }
+    QString wideFold;
+    const QChar* folded = scratch.data();
+    if (!simple) {
+        const QString text(chars, length);
+        wideFold = text.toCaseFolded();
+        folded = wideFold.constData();
+        same = wideFold == text;
+    }
+    if (column.foldsToItself && same)
+        return;
+    if (column.foldsToItself) {
+        // Every earlier cell folded to itself: its folded text is its text.
+        column.foldsToItself = false;
+        if (column.text.wide()) {
+            column.folded.Append(reinterpret_cast<const QChar*>(column.text.utf16()), begin);
+        } else {
+            for (uint32_t i = 0; i < begin; ++i) {
+                const QChar c(static_cast<unsigned char>(column.text.latin1()[i]));
+                column.folded.Append(&c, 1);
+            }
+        }
+    }
+    column.folded.Append(folded, length);
+}
+
 }  // namespace
 
 QString FoldForList(const QString& text) {
@@ -178,49 +221,36 @@ void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
         }
     }
     const QString text = value.toString();
-    const QChar* chars = text.constData();
-    const qsizetype length = text.size();
-    column.text.Append(chars, length);
+    column.text.Append(text.constData(), text.size());
     column.offsets.push_back(static_cast<uint32_t>(column.text.size()));
+    if (column.foldReady) {
+        AppendFold(column, text.constData(), text.size(),
+                   column.offsets[column.offsets.size() - 2]);
+    }
+}
 
-    // Fold: the first 256 characters through the table, a cell with any other through Qt.
-    static thread_local std::vector<QChar> scratch;
-    scratch.resize(length);
-    const auto& folds = Latin1Folds();
-    bool simple = true;
-    bool same = true;
-    for (qsizetype i = 0; i < length; ++i) {
-        const char16_t c = chars[i].unicode();
-        if (c > 0xff) {
-            simple = false;
-            break;
-        }
-        scratch[i] = QChar(folds[c]);
-        same &= folds[c] == c;
-    }
-    QString wideFold;
-    const QChar* folded = scratch.data();
-    if (!simple) {
-        wideFold = text.toCaseFolded();
-        folded = wideFold.constData();
-        same = wideFold == text;
-    }
-    if (column.foldsToItself && same)
+void ListTableModel::Fold(ListColumn& column) {
+    if (column.foldReady)
         return;
-    if (column.foldsToItself) {
-        // Every earlier cell folded to itself: its folded text is its text.
-        column.foldsToItself = false;
-        const uint32_t before = column.offsets[column.offsets.size() - 2];
+    column.foldReady = true;
+    column.foldsToItself = true;
+    column.folded = TextPool();
+    const size_t rows = column.offsets.size() - 1;
+    std::vector<QChar> cell;
+    for (size_t r = 0; r < rows; ++r) {
+        const uint32_t begin = column.offsets[r];
+        const uint32_t end = column.offsets[r + 1];
         if (column.text.wide()) {
-            column.folded.Append(reinterpret_cast<const QChar*>(column.text.utf16()), before);
-        } else {
-            for (uint32_t i = 0; i < before; ++i) {
-                const QChar c(static_cast<unsigned char>(column.text.latin1()[i]));
-                column.folded.Append(&c, 1);
-            }
+            AppendFold(column, reinterpret_cast<const QChar*>(column.text.utf16()) + begin,
+                       end - begin, begin);
+            continue;
         }
+        cell.resize(end - begin);
+        for (uint32_t i = begin; i < end; ++i)
+            cell[i - begin] = QChar(static_cast<unsigned char>(column.text.latin1()[i]));
+        AppendFold(column, cell.data(), static_cast<qsizetype>(cell.size()), begin);
     }
-    column.folded.Append(folded, length);
+    column.folded.Squeeze();
 }
 
 void ListTableModel::FinishColumns() {
@@ -352,9 +382,41 @@ int ListTableModel::Compare(uint32_t a, uint32_t b) const {
     return a < b ? -1 : (a > b ? 1 : 0);
 }
 
+// Most comparisons of a sort are decided by the first characters of the first key: those are
+// read once per record into a number that orders as the text does (a shorter text padded with
+// the lowest character), and only records whose numbers are equal are compared in full.
 void ListTableModel::ApplySort() {
-    std::sort(order_.begin(), order_.end(),
-              [this](uint32_t a, uint32_t b) { return Compare(a, b) < 0; });
+    const SortKey first = sortKeys_.front();
+    const ListColumn& column = columns_[first.column];
+    if (column.numeric) {
+        std::sort(order_.begin(), order_.end(),
+                  [this](uint32_t a, uint32_t b) { return Compare(a, b) < 0; });
+        return;
+    }
+    const TextPool& pool = column.foldsToItself ? column.text : column.folded;
+    std::vector<std::pair<uint64_t, uint32_t>> keyed(order_.size());
+    for (size_t i = 0; i < order_.size(); ++i) {
+        const uint32_t begin = column.offsets[order_[i]];
+        const uint32_t end = column.offsets[order_[i] + 1];
+        uint64_t prefix = 0;
+        if (pool.wide()) {
+            for (uint32_t c = begin; c < begin + 4; ++c)
+                prefix = (prefix << 16) | (c < end ? pool.utf16()[c] : 0u);
+        } else {
+            for (uint32_t c = begin; c < begin + 8; ++c)
+                prefix =
+                    (prefix << 8) | (c < end ? static_cast<unsigned char>(pool.latin1()[c]) : 0u);
+        }
+        keyed[i] = {prefix, order_[i]};
+    }
+    const bool ascending = first.order == Qt::AscendingOrder;
+    std::sort(keyed.begin(), keyed.end(), [&](const auto& x, const auto& y) {
+        if (x.first != y.first)
+            return ascending ? x.first < y.first : x.first > y.first;
+        return Compare(x.second, y.second) < 0;
+    });
+    for (size_t i = 0; i < keyed.size(); ++i)
+        order_[i] = keyed[i].second;
 }
 
 void ListTableModel::SortBy(const QList<SortKey>& keys) {
@@ -370,6 +432,10 @@ void ListTableModel::SortBy(const QList<SortKey>& keys) {
     for (const QModelIndex& index : before)
         records.push_back(index.row() < ShownRows() ? RecordOfRow(index.row()) : -1);
     sortKeys_ = valid;
+    for (const SortKey& key : sortKeys_) {
+        if (!columns_[key.column].numeric)
+            Fold(columns_[key.column]);
+    }
     if (sortKeys_.isEmpty()) {
         std::sort(order_.begin(), order_.end());
     } else {
@@ -453,6 +519,7 @@ void ListTableModel::Refilter(bool narrowing) {
     for (const uint32_t record : candidates)
         keep[record] = 1;
     for (const int c : active) {
+        Fold(columns_[c]);
         const ListColumn& column = columns_[c];
         const TextPool& pool = column.foldsToItself ? column.text : column.folded;
         const Needle n = NeedleFor(pool, foldedFilters_[c]);
@@ -540,7 +607,7 @@ void ListTableModel::UpdateRecord(int record, const QVariantList& values) {
         ListColumn& column = columns_[c];
         const QVariant value = values.value(static_cast<qsizetype>(c));
         const QString text = value.isNull() ? QString() : value.toString();
-        const QString folded = FoldForList(text);
+        const QString folded = column.foldReady ? FoldForList(text) : text;
         const uint32_t begin = column.offsets[record];
         const uint32_t end = column.offsets[record + 1];
         if (column.foldsToItself && folded != text) {

@@ -44,12 +44,14 @@ private:
 };
 
 // One column: its caption, its texts and folded texts, and for a column of numbers the values
-// it sorts by.
+// it sorts by. The folded texts are made when the column is first sorted or filtered on: most
+// columns of a list never are, and a list opens without folding a cell of them.
 struct ListColumn {
     QString caption;
     bool numeric = false;  // every value that is not null is a number
     TextPool text;
-    TextPool folded;  // empty while folding changes nothing in the column
+    bool foldReady = false;  // folded and foldsToItself hold for every row
+    TextPool folded;         // empty while folding changes nothing in the column
     bool foldsToItself = true;
     std::vector<uint32_t> offsets{0};  // row r is [offsets[r], offsets[r + 1])
     std::vector<double> numbers;       // numeric columns only; null sorts first as -inf
@@ -63,9 +65,9 @@ struct SortKey {
 
 // The rows of a list window, read once from the recordset and kept compactly by column. It
 // sorts and filters itself: a filter is a text per column, matched from the start of the
-// column's text or anywhere in it, with case folded for all of Unicode. The texts are folded
-// once when they are read, so a keystroke is a scan over folded text; a filter that narrows the
-// one before scans only the rows that matched it.
+// column's text or anywhere in it, with case folded for all of Unicode. A column's texts are
+// folded once, when it is first sorted or filtered on, so a keystroke is a scan over folded
+// text; a filter that narrows the one before scans only the rows that matched it.
 //
 // Rows are named two ways: a shown row is a row of the model as the view sees it (sorted and
 // filtered); a record is a row as it was read, which stays put while sort and filter change.
@@ -132,6 +134,8 @@ public:
 private:
     void StartColumns(const QStringList& captions);
     void AppendValue(ListColumn& column, const QVariant& value);
+    // Makes the folded texts of a column that has none yet.
+    void Fold(ListColumn& column);
     void FinishColumns();
     void Refilter(bool narrowing);
     void ApplySort();

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
+#include <numeric>
 
 #include "lists/list_table_model.h"
 
@@ -148,6 +149,53 @@ TEST(ListTableModelTest, SortsTextFoldedAndNumbersAsNumbersKeepingTheCurrentRow)
     EXPECT_EQ(current.row(), model.rowCount() - 1);
 }
 
+// Long shared beginnings, texts that are the beginning of others, empty ones, and a column
+// beyond Latin-1: the sort must give what comparing the folded texts in full gives.
+TEST(ListTableModelTest, SortsAsComparingTheWholeFoldedTextsWouldInEitherDirection) {
+    const QStringList names{"Gonzalez-Ruiz",
+                            "GONZALEZ-RUIZA",
+                            "Gonzalez",
+                            "gonzález",
+                            "Gonz",
+                            "Ng",
+                            "ng",
+                            "",
+                            "Σωκράτης",
+                            "σωκ",
+                            "Øster"};
+    const QStringList firsts{"Ana", "ana", "Zoë", "Ola", ""};
+    QList<QStringList> rows;
+    QRandomGenerator random(11);
+    for (int i = 0; i < 3000; ++i) {
+        rows << QStringList{names[random.bounded(names.size())],
+                            firsts[random.bounded(firsts.size())], QString::number(i)};
+    }
+    for (const bool latinOnly : {true, false}) {
+        QList<QStringList> list = rows;
+        if (latinOnly)
+            list.removeIf([](const QStringList& row) {
+                return row[0].startsWith(u'σ', Qt::CaseInsensitive);
+            });
+        for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+            ListTableModel model;
+            model.LoadRows(kCaptions, list);
+            model.SortBy({{0, order}, {1, Qt::AscendingOrder}});
+            std::vector<int> expected(list.size());
+            std::iota(expected.begin(), expected.end(), 0);
+            std::stable_sort(expected.begin(), expected.end(), [&](int a, int b) {
+                const int first = list[a][0].toCaseFolded().compare(list[b][0].toCaseFolded());
+                if (first != 0)
+                    return order == Qt::AscendingOrder ? first < 0 : first > 0;
+                return list[a][1].toCaseFolded().compare(list[b][1].toCaseFolded()) < 0;
+            });
+            QStringList ids;
+            for (const int row : expected)
+                ids << list[row][2];
+            EXPECT_EQ(Column(model, 2), ids) << latinOnly << order;
+        }
+    }
+}
+
 TEST(ListTableModelTest, AnEditedRecordIsPutInPlaceAndItsNeighboursStay) {
     ListTableModel model;
     model.LoadRows(kCaptions, People());
@@ -167,6 +215,41 @@ TEST(ListTableModelTest, AnEditedRecordIsPutInPlaceAndItsNeighboursStay) {
     EXPECT_EQ(model.rowCount(), 1);
     EXPECT_EQ(model.FindRecord(2, 5), 4);
     EXPECT_EQ(model.FindRecord(2, 404), -1);
+}
+
+// A column's folded text is made when it is first sorted or filtered on: edits made before that
+// and edits made after it must be found alike.
+TEST(ListTableModelTest, EditsBeforeAndAfterAColumnIsFirstFoldedAreFoundAlike) {
+    const auto edit = [](ListTableModel& model) {
+        model.UpdateRecord(1, {QStringLiteral("ÅNGSTRÖM, Öla"), QStringLiteral("ÉVORA"), 2});
+        model.UpdateRecord(7, {QStringLiteral("smith, john"), QStringLiteral("Σπάρτη"), 8});
+        model.AppendRecord({QStringLiteral("Ørsted, Hans"), QStringLiteral("évora"), 11});
+    };
+    ListTableModel foldedFirst;
+    foldedFirst.LoadRows(kCaptions, People());
+    foldedFirst.SortBy({{0, Qt::AscendingOrder}});
+    foldedFirst.SetFilter(1, QStringLiteral("k"));
+    foldedFirst.ClearFilters();
+    edit(foldedFirst);
+    ListTableModel editedFirst;
+    editedFirst.LoadRows(kCaptions, People());
+    edit(editedFirst);
+    editedFirst.SortBy({{0, Qt::AscendingOrder}});
+
+    const QList<std::pair<int, QString>> filters{{0, "ång"}, {0, "ØR"}, {0, "smith"},
+                                                 {1, "évo"}, {1, "σπ"}, {1, "köln"}};
+    const QList<QStringList> expected{{"2"}, {"11"}, {"8", "1"}, {"2", "11"}, {"8"}, {"10"}};
+    for (qsizetype i = 0; i < filters.size(); ++i) {
+        for (ListTableModel* model : {&foldedFirst, &editedFirst}) {
+            model->SetFilter(filters[i].first, filters[i].second);
+            QStringList ids = Column(*model, 2);
+            ids.sort();
+            QStringList want = expected[i];
+            want.sort();
+            EXPECT_EQ(ids, want) << filters[i].second.toStdString();
+            model->ClearFilters();
+        }
+    }
 }
 
 // Names and addresses of a practice are mostly Latin-1: the list keeps them, folded twins
