@@ -143,6 +143,20 @@ TEST_P(ListWindowTest, ManagedCareShowsCapitationPlansWithALiveLinkOnly) {
                   (QStringList{"CAP-LIVE", "PPO-LIVE"}));
         EXPECT_TRUE(window.findChild<QLabel*>(QStringLiteral("RowLabel"))->text().isEmpty());
     });
+    // The group plan list takes every plan, linked or not, keyed by the plan's own key; a
+    // carrier given narrows it to that carrier's plans.
+    Sql("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (2, 'Peña Mutual')");
+    Sql("INSERT INTO GroPlaTable (GroPlaInd, GroPlaInsID, GroPlaGroNum) VALUES (503, 2, 'MÜ-1')");
+    Show(lulGroupPlan, [&](frmTGList& window) {
+        EXPECT_EQ(Column(window, QStringLiteral("Group Number")),
+                  (QStringList{"CAP-ENDED", "CAP-LIVE", "MÜ-1", "PPO-LIVE"}));
+        EXPECT_EQ(Column(window, QStringLiteral("Grp ID")),
+                  (QStringList{"501", "500", "503", "502"}));
+    });
+    list_->SetGroupPlanCompanyID(2);
+    Show(lulGroupPlan, [&](frmTGList& window) {
+        EXPECT_EQ(Column(window, QStringLiteral("Insurance Company")), QStringList{"Peña Mutual"});
+    });
 }
 
 TEST_P(ListWindowTest, ADelayedGotoRaisesItsRequestExactlyOnceAndCloses) {
