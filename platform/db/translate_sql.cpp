@@ -1521,9 +1521,8 @@ std::optional<Tokens> Read(const QString& sql, const char* what) {
     return std::nullopt;
 }
 
-}  // namespace
-
-QString TranslateSql(const QString& sql, Engine engine) {
+// One pass of the rewrites over every statement of the text.
+QString TranslatePass(const QString& sql, Engine engine) {
     const std::optional<Tokens> tokens = Read(sql, "cannot translate");
     if (!tokens)
         return sql;
@@ -1556,6 +1555,26 @@ QString TranslateSql(const QString& sql, Engine engine) {
             out += u';';
     }
     return Owned(std::move(out));
+}
+
+}  // namespace
+
+// Text that is already in the engine's dialect comes out of a pass as it went in. Malformed text
+// may not: a rewrite can make of it something that reads differently again (a bracketed name
+// taken bare and glued to a prefix, a clause moved out of a number sign's reach). The text goes
+// through the passes until one leaves it as it is, so what comes out translates to itself.
+QString TranslateSql(const QString& sql, Engine engine) {
+    constexpr int kMostPasses = 4;
+    QString text = TranslatePass(sql, engine);
+    if (text == sql)
+        return text;
+    for (int pass = 1; pass < kMostPasses; ++pass) {
+        QString again = TranslatePass(text, engine);
+        if (again == text)
+            break;
+        text = std::move(again);
+    }
+    return text;
 }
 
 QStringList SplitAtPlaceholders(const QString& sql) {
