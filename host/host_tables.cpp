@@ -91,6 +91,32 @@ Table RecallListTable() {
                  {{QStringLiteral("rRCRecNum")}, {QStringLiteral("rPID")}}};
 }
 
+// The appointment book: the template of a provider's week (ATTable), the day's template of the
+// book with one fixed-width field of three characters per provider column holding the
+// provider's id, three blanks for an empty column (ABKTable), and the appointments (ApTable).
+Table AppointmentTemplateTable() {
+    return Table{QStringLiteral("ATTable"),
+                 {Identity(QStringLiteral("ATID")), Long(QStringLiteral("ATDr")),
+                  Long(QStringLiteral("ATDay")), Text(QStringLiteral("ATSta"), 5),
+                  Text(QStringLiteral("ATEnd"), 5)},
+                 {{QStringLiteral("ATDr")}}};
+}
+
+Table AppointmentBookTable() {
+    return Table{QStringLiteral("ABKTable"),
+                 {Identity(QStringLiteral("ABKID")), Date(QStringLiteral("ABKDat")),
+                  Memo(QStringLiteral("ABKTemPla"))},
+                 {{QStringLiteral("ABKDat")}}};
+}
+
+Table AppointmentTable() {
+    return Table{QStringLiteral("ApTable"),
+                 {Identity(QStringLiteral("APID")), Long(QStringLiteral("APPatID")),
+                  Long(QStringLiteral("APDrID")), Date(QStringLiteral("APDat")),
+                  Text(QStringLiteral("APTim"), 5)},
+                 {{QStringLiteral("APDrID"), QStringLiteral("APDat")}}};
+}
+
 }  // namespace
 
 void DeclareHostTables(schema::Catalog& catalog) {
@@ -102,6 +128,9 @@ void DeclareHostTables(schema::Catalog& catalog) {
     catalog.Add(AuditTable());
     catalog.Add(PayerTable());
     catalog.Add(RecallListTable());
+    catalog.Add(AppointmentTemplateTable());
+    catalog.Add(AppointmentBookTable());
+    catalog.Add(AppointmentTable());
     DeclarePersonHostTables(catalog);
 }
 

@@ -6,6 +6,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "lists/engines/held_records.h"
+#include "platform/prompts.h"
+
 namespace orvo::lists {
 
 frmAffectedPreview::frmAffectedPreview(const QList<AffectedPerson>& persons, const QString& action,
@@ -72,6 +75,19 @@ bool frmAffectedPreview::Confirm(const QList<AffectedPerson>& persons, const QSt
         return true;
     frmAffectedPreview preview(persons, action, parent);
     return preview.exec() == QDialog::Accepted;
+}
+
+bool ConfirmAffected(GIC& gic, QWidget* parent, const QString& title,
+                     const QList<AffectedPerson>& persons, const QString& action,
+                     bool writesPersons) {
+    if (writesPersons) {
+        const QList<HeldPerson> held = HeldPatientRecords(gic, persons);
+        if (!held.isEmpty()) {
+            prompts().Message(HeldRecordsText(held), Buttons::Ok, Icon::Warning, title);
+            return false;
+        }
+    }
+    return frmAffectedPreview::Confirm(persons, action, parent);
 }
 
 }  // namespace orvo::lists

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 
+#include "component/public/gic.h"
 #include "lists/engines/shared_record_engines.h"
 
 class QLabel;
@@ -40,5 +41,11 @@ private:
     QPlainTextEdit* all_ = nullptr;
     QPushButton* showAll_ = nullptr;
 };
+
+// Before persons are moved: refuses, naming each holder, when a patient record of one of them is
+// open for editing (writesPersons), else shows the preview. True when the work may go on.
+bool ConfirmAffected(GIC& gic, QWidget* parent, const QString& title,
+                     const QList<AffectedPerson>& persons, const QString& action,
+                     bool writesPersons);
 
 }  // namespace orvo::lists

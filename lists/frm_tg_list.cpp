@@ -26,6 +26,7 @@
 #include "lists/list_icons.h"
 #include "lists/list_table_model.h"
 #include "lists/lists_log.h"
+#include "lists/person_delete_command.h"
 #include "lists/shared_record_commands.h"
 #include "people/person_record.h"
 #include "platform/db/database_error.h"
@@ -701,7 +702,12 @@ bool frmTGList::PatientCheck(const QString& key) {
 void frmTGList::Command_Delete() {
     SharedRecordCommands shared(gic_, *this, owner_);
     if (IsPersonList(ListType)) {
-        ReportNotAvailable(tr("Deleting a person"));
+        try {
+            PersonDeleteCommand(gic_, *this).Delete_Person();
+        } catch (const NotImplemented& missing) {
+            qCInfo(lcLists).noquote() << missing.what();
+            ReportNotAvailable(tr("Deleting a family head"));
+        }
     } else if (ListType == lulInsuranceCo) {
         shared.Delete_Carrier();
     } else if (ListType == lulEmployer) {

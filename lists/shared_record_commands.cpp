@@ -6,7 +6,6 @@
 #include <memory>
 
 #include "lists/affected_preview.h"
-#include "lists/engines/held_records.h"
 #include "lists/frm_tg_list.h"
 #include "lists/list_setup.h"
 #include "lists/lists_log.h"
@@ -308,14 +307,7 @@ bool SharedRecordCommands::PickReplacement(const Texts& texts, int oldId, const 
 
 bool SharedRecordCommands::ReadyToMove(const Texts& texts, const QList<AffectedPerson>& persons,
                                        const QString& action, bool writesPersons) {
-    if (writesPersons) {
-        const QList<HeldPerson> held = HeldPatientRecords(gic_, persons);
-        if (!held.isEmpty()) {
-            prompts().Message(HeldRecordsText(held), Buttons::Ok, Icon::Warning, texts.title);
-            return false;
-        }
-    }
-    return frmAffectedPreview::Confirm(persons, action, &window_);
+    return ConfirmAffected(gic_, &window_, texts.title, persons, action, writesPersons);
 }
 
 bool SharedRecordCommands::ReplaceShared(SharedRecord kind, int oldId, const QString& name,

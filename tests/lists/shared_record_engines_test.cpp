@@ -5,6 +5,7 @@
 
 #include "component/record_lock.h"
 #include "lists/engines/held_records.h"
+#include "lists/engines/provider_delete.h"
 #include "lists/engines/shared_record_engines.h"
 #include "tests/insurance/coverage_fixture.h"
 #include "tests/support/statement_fault.h"
@@ -89,7 +90,11 @@ protected:
                                          {"EmpTable", "EmpInd"},
                                          {"PhaTable", "PhaID"},
                                          {"IPTable", "IPRecNum"},
-                                         {"AudTable", "AudID"}}) {
+                                         {"AudTable", "AudID"},
+                                         {"RecTable", "rRecNum"},
+                                         {"ATTable", "ATID"},
+                                         {"ABKTable", "ABKID"},
+                                         {"ApTable", "APID"}}) {
             db::Recordset rs(connection(), QStringLiteral("SELECT * FROM %1 ORDER BY %2")
                                                .arg(QLatin1String(table), QLatin1String(key)));
             for (; !rs.Eof(); rs.MoveNext()) {
@@ -381,6 +386,71 @@ TEST_P(SharedRecordFaultTest, AFailureAtAnyStatementOfAnyEngineLeavesNothing) {
     EXPECT_GE(FailEachStatement(Audited([&] { Replace_Pharmacy_Patients(gic(), 7, 8); })), 2);
     EXPECT_GE(FailEachStatement(Audited([&] { Delete_Pharmacy_Record(gic(), 7); })), 2);
     EXPECT_EQ(chain().InvariantFaults(), QStringList());
+}
+
+TEST_P(SharedRecordFaultTest, AProviderDeleteFailingAnywhereLeavesTheBookAndPatients) {
+    connection().Execute("UPDATE PATable SET pTypDoc = '1', pDocIni = 'ZM' WHERE pID = " +
+                         QString::number(zoe));
+    connection().Execute("UPDATE PATable SET pTypDoc = '1', pDocIni = 'JP' WHERE pID = " +
+                         QString::number(jose));
+    connection().Execute("UPDATE PATable SET pPROIND = " + QString::number(zoe));
+    connection().Execute("INSERT INTO RecTable (rPID, rRecDoc, rRecDocID) VALUES (1, 'ZM', " +
+                         QString::number(zoe) + ")");
+    connection().Execute("INSERT INTO ATTable (ATDr, ATDay) VALUES (" + QString::number(zoe) +
+                         ", 2)");
+    const QString row = QStringLiteral("%1%2").arg(jose, 3).arg(zoe, 3);
+    for (const char* day : {"#03/15/2024#", "#03/22/2024#", "#03/01/2024#"}) {
+        connection().Execute(QStringLiteral("INSERT INTO ABKTable (ABKDat, ABKTemPla) VALUES (%1, "
+                                            "'%2')")
+                                 .arg(QLatin1String(day), row));
+        connection().Execute(QStringLiteral("INSERT INTO ApTable (APPatID, APDrID, APDat) VALUES "
+                                            "(%1, %2, %3)")
+                                 .arg(maria)
+                                 .arg(zoe)
+                                 .arg(QLatin1String(day)));
+    }
+    const auto book = [&](const QString& sql) {
+        QStringList out;
+        db::Recordset rs(connection(), sql);
+        for (; !rs.Eof(); rs.MoveNext())
+            out << rs.Text(0) + QLatin1Char('|') + rs.Text(1);
+        return out;
+    };
+    const QString bookSql = QStringLiteral("SELECT ABKTemPla, ABKDat FROM ABKTable ORDER BY ABKID");
+    const QString appointmentsSql =
+        QStringLiteral("SELECT APDrID, APDat FROM ApTable ORDER BY APID");
+    const QStringList bookBefore = book(bookSql);
+    const QStringList appointmentsBefore = book(appointmentsSql);
+    const int statements = FailEachStatement([&] {
+        EXPECT_EQ(book(bookSql), bookBefore);
+        EXPECT_EQ(book(appointmentsSql), appointmentsBefore);
+        Delete_Provider(gic(), zoe, jose);
+    });
+    EXPECT_GT(statements, 8);
+    const QString emptied = QStringLiteral("%1   ").arg(jose, 3);
+    EXPECT_EQ(chain().Text(QStringLiteral("SELECT ABKTemPla FROM ABKTable WHERE ABKDat = "
+                                          "#03/22/2024#")),
+              emptied);
+    EXPECT_EQ(chain().Text(QStringLiteral("SELECT ABKTemPla FROM ABKTable WHERE ABKDat = "
+                                          "#03/01/2024#")),
+              row)
+        << "a day gone by keeps its template";
+    EXPECT_EQ(Rows(QStringLiteral("SELECT count(*) FROM ApTable WHERE APDrID = %1").arg(zoe)), 1);
+    EXPECT_EQ(Rows(QStringLiteral("SELECT count(*) FROM PATable WHERE pPROIND = %1").arg(jose)),
+              Rows("SELECT count(*) FROM PATable"));
+    EXPECT_EQ(chain().Text("SELECT rRecDoc FROM RecTable"), QStringLiteral("JP"));
+    EXPECT_EQ(chain().PersonColumn(zoe, QStringLiteral("pTypDoc")), QStringLiteral("Z"));
+    EXPECT_EQ(Rows("SELECT count(*) FROM ATTable"), 0);
+}
+
+TEST(ProviderTemplate, OnlyTheProvidersOwnFieldEmpties) {
+    EXPECT_EQ(RemoveProviderFromTemplate(QStringLiteral(" 12 1 12"), 12),
+              QStringLiteral("    1    "));
+    EXPECT_EQ(RemoveProviderFromTemplate(QStringLiteral("112 12"), 12), QStringLiteral("112   "))
+        << "112 is another provider";
+    EXPECT_EQ(RemoveProviderFromTemplate(QStringLiteral("      "), 12), QStringLiteral("      "));
+    EXPECT_EQ(RemoveProviderFromTemplate(QStringLiteral("  7 1"), 1), QStringLiteral("  7   "))
+        << "a last field shorter than the width";
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, SharedRecordEngineTest,
