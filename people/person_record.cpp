@@ -339,14 +339,18 @@ void SetPersonType(GIC& gic, int pID, const QString& column, const QString& valu
     QStringList sets{role + QStringLiteral(" = ?")};
     QVariantList values{value};
 
-    // The row is read first, through a kept statement: the consequences depend on it (the
+    // The row is read first, through a kept statement, when the consequences depend on it (the
     // archive marks and the status of a returning patient, the employee role and the initials
-    // of a new provider or employee), and so does the placement in a family. A person already
-    // placed keeps pFAMHEAIND out of the statement, so that the update leaves its index alone.
+    // of a new provider or employee), and always on the embedded engine: there an UPDATE that
+    // names pFAMHEAIND rewrites its index entry even when the value stays, so a person already
+    // placed keeps it out of the statement. On the server any such update gives every index a
+    // new entry anyway, and a read is one more round trip: the statement decides it alone.
+    const bool readRow = toPatient || (one && (toProvider || toEmployee)) ||
+                         connection.engine() == db::Engine::Sqlite;
     QString previous;
     bool restoreReminders = false;
-    bool unplaced = false;
-    {
+    bool unplaced = !readRow;
+    if (readRow) {
         QSqlQuery& row = connection.Prepared(
             QStringLiteral("Select %1, pTypX1, pTypEmp, pAccTyp, pSrtFlg, pDocIni, pLASNAM, "
                            "pFIRNAM, pFAMHEAIND from PATABLE WHERE pID = ?")
@@ -412,8 +416,11 @@ void SetPersonType(GIC& gic, int pID, const QString& column, const QString& valu
         changed = connection.RunPrepared(update, values);
     }
     if (changed == 0) {
-        // The row was read a moment ago: gone now, another station deleted it.
-        throw db::RowNotFoundError(update.lastQuery());
+        // A row read a moment ago and gone now was deleted by another station; a person never
+        // there is simply nobody to change.
+        if (readRow)
+            throw db::RowNotFoundError(update.lastQuery());
+        return;
     }
 
     if (extraID != 0)
