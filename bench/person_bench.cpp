@@ -36,15 +36,8 @@ struct Fixture {
 
 std::unique_ptr<Fixture> MakeFixture(db::Engine engine) {
     auto f = std::make_unique<Fixture>();
-    bool made = false;
-    double seconds = 0;
     const db::ConnectionOptions options =
-        bench::KeptPersonPractice(engine, bench::KeptPracticePersons(), &made, &seconds);
-    if (made) {
-        std::fprintf(stderr, "made a practice of %d persons on %s in %.1f s\n",
-                     bench::KeptPracticePersons(),
-                     engine == db::Engine::Sqlite ? "SQLite" : "PostgreSQL", seconds);
-    }
+        bench::KeptPersonPractice(engine, bench::KeptPracticePersons());
     f->session.connection = db::Connection::Open(options);
     f->session.loginName = QStringLiteral("BENCH");
     f->gic = std::make_unique<host::HostGIC>(f->session);

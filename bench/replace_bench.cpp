@@ -30,15 +30,7 @@ constexpr int kSubscribersPerEmployer = 100;
 constexpr int kSubscribers = kEmployers * kSubscribersPerEmployer;
 
 struct Fixture {
-    ~Fixture() {
-        if (!session.connection || session.connection->engine() != db::Engine::Postgres)
-            return;
-        db::ConnectionOptions admin = session.connection->options();
-        const QString schema = admin.pgSchema;
-        session.connection.reset();
-        admin.pgSchema.clear();
-        db::Connection::Open(admin)->Execute(QStringLiteral("DROP SCHEMA %1 CASCADE").arg(schema));
-    }
+    ~Fixture() { bench::DropBenchDatabase(session.connection); }
     QTemporaryDir dir;
     host::HostSession session;
     std::unique_ptr<host::HostGIC> gic;

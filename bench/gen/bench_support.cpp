@@ -24,6 +24,18 @@ db::ConnectionOptions BenchDatabase(db::Engine engine, const QTemporaryDir& dir,
     return options;
 }
 
+void DropBenchDatabase(std::shared_ptr<db::Connection>& connection) {
+    if (!connection || connection->engine() != db::Engine::Postgres) {
+        connection.reset();
+        return;
+    }
+    db::ConnectionOptions admin = connection->options();
+    const QString schema = admin.pgSchema;
+    connection.reset();
+    admin.pgSchema.clear();
+    db::Connection::Open(admin)->Execute(QStringLiteral("DROP SCHEMA %1 CASCADE").arg(schema));
+}
+
 db::Engine EngineArg(const benchmark::State& state) {
     return state.range(0) == 0 ? db::Engine::Sqlite : db::Engine::Postgres;
 }

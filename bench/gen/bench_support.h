@@ -19,6 +19,9 @@ namespace orvo::bench {
 db::ConnectionOptions BenchDatabase(db::Engine engine, const QTemporaryDir& dir,
                                     const QString& prefix);
 
+// Closes a benchmark's database and, on PostgreSQL, drops the schema BenchDatabase made for it.
+void DropBenchDatabase(std::shared_ptr<db::Connection>& connection);
+
 // The engine a benchmark's first argument names: 0 SQLite, 1 PostgreSQL.
 db::Engine EngineArg(const benchmark::State& state);
 

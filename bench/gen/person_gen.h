@@ -26,10 +26,8 @@ GeneratedPersons GeneratePersons(db::Connection& connection, int persons, unsign
 // minutes: on SQLite the file persons-N.db in $ORVO_BENCH_DATA (default /tmp/orvo-bench), on
 // PostgreSQL the schema bench_persons_N of the server ORVO_TEST_PG names. Made (with the host's
 // and the people tables, the family-head list and the default provider) when missing or
-// incomplete; answers the options to open it with. `made` tells whether this call generated it
-// and `seconds` how long that took.
-db::ConnectionOptions KeptPersonPractice(db::Engine engine, int persons, bool* made = nullptr,
-                                         double* seconds = nullptr);
+// incomplete, saying so on stderr with the time it took; answers the options to open it with.
+db::ConnectionOptions KeptPersonPractice(db::Engine engine, int persons);
 
 // The size of the kept practice the person benchmarks share: ORVO_BENCH_PERSONS, else 500,000.
 int KeptPracticePersons();
