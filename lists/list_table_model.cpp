@@ -1,10 +1,14 @@
 #include "lists/list_table_model.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <numeric>
 #include <string_view>
 
 #include "platform/db/recordset.h"
@@ -21,6 +25,20 @@ const std::array<char16_t, 256>& Latin1Folds() {
         return table;
     }();
     return folds;
+}
+
+bool IsWholeNumber(int type) {
+    switch (type) {
+        case QMetaType::Int:
+        case QMetaType::UInt:
+        case QMetaType::LongLong:
+        case QMetaType::ULongLong:
+        case QMetaType::Short:
+        case QMetaType::UShort:
+            return true;
+        default:
+            return false;
+    }
 }
 
 bool IsNumber(const QVariant& value) {
@@ -76,32 +94,89 @@ int CompareSpans(const Char* a, size_t na, const Char* b, size_t nb) {
     return na == nb ? 0 : (na < nb ? -1 : 1);
 }
 
-// Appends the folded text of a column's cell, whose text starts at `begin` of the column's
-// text: the first 256 characters fold through the table, a cell with any other through Qt. A
-// column keeps no folded texts while every cell folds to itself.
-void AppendFold(ListColumn& column, const QChar* chars, qsizetype length, uint32_t begin) {
-    static thread_local std::vector<QChar> scratch;
-    scratch.resize(length);
-    const auto& folds = Latin1Folds();
-    bool simple = true;
-    bool same = true;
-    for (qsizetype i = 0; i < length; ++i) {
-        const char16_t c = chars[i].unicode();
-        if (c > 0xff) {
-            simple = false;
-            break;
+// Folded texts end to end, text d being [at[d], at[d + 1]).
+struct FoldedKeys {
+    const char16_t* chars;
+    const uint32_t* at;
+    bool narrow;  // every character is within Latin-1
+
+    uint32_t Length(uint32_t d) const { return at[d + 1] - at[d]; }
+    int Compare(uint32_t x, uint32_t y) const {
+        return CompareSpans(chars + at[x], Length(x), chars + at[y], Length(y));
+    }
+    // Characters from `depth` on put into one number that orders as they do: eight while the
+    // texts are narrow, four otherwise, a text that ends padded with the lowest character.
+    uint64_t Chunk(uint32_t d, uint32_t depth) const {
+        const uint32_t shift = narrow ? 8 : 16;
+        const uint32_t width = 64 / shift;
+        uint64_t chunk = 0;
+        for (uint32_t c = at[d] + depth; c < at[d] + depth + width; ++c)
+            chunk = (chunk << shift) | (c < at[d + 1] ? chars[c] : 0u);
+        return chunk;
+    }
+};
+
+// Sorts texts by the number of their characters from `depth` on, then each run that shares it by
+// the characters after, until the texts of a run end; a run of ended texts is put in order by
+// comparing them whole (a text may hold the padding character itself). Integer compares decide
+// nearly everything, however long the beginnings the texts share.
+void SortByChunks(const FoldedKeys& keys, std::pair<uint64_t, uint32_t>* items, size_t n,
+                  uint32_t depth) {
+    for (size_t i = 0; i < n; ++i)
+        items[i].first = keys.Chunk(items[i].second, depth);
+    std::sort(items, items + n, [](const auto& x, const auto& y) { return x.first < y.first; });
+    const uint32_t next = depth + (keys.narrow ? 8 : 4);
+    for (size_t i = 0; i < n;) {
+        size_t j = i + 1;
+        bool longer = keys.Length(items[i].second) > next;
+        for (; j < n && items[j].first == items[i].first; ++j)
+            longer |= keys.Length(items[j].second) > next;
+        if (j - i > 1) {
+            if (longer) {
+                SortByChunks(keys, items + i, j - i, next);
+            } else {
+                std::sort(items + i, items + j, [&](const auto& x, const auto& y) {
+                    return keys.Compare(x.second, y.second) < 0;
+                });
+            }
         }
-        scratch[i] = QChar(folds[c]);
-        same &= folds[c] == c;
+        i = j;
     }
-    QString wideFold;
-    const QChar* folded = scratch.data();
-    if (!simple) {
-        const QString text(chars, length);
-        wideFold = text.toCaseFolded();
-        folded = wideFold.constData();
-        same = wideFold == text;
+}
+
+// Folds cells as the list folds them: the first 256 characters through the table, a cell with
+// any other through Qt. The folded text stays valid until the next cell.
+class CellFolder {
+public:
+    QStringView Fold(const QChar* chars, qsizetype length, bool& same) {
+        scratch_.resize(length);
+        const auto& folds = Latin1Folds();
+        same = true;
+        for (qsizetype i = 0; i < length; ++i) {
+            const char16_t c = chars[i].unicode();
+            if (c > 0xff) {
+                const QString text(chars, length);
+                wide_ = text.toCaseFolded();
+                same = wide_ == text;
+                return wide_;
+            }
+            scratch_[i] = QChar(folds[c]);
+            same &= folds[c] == c;
+        }
+        return QStringView(scratch_.data(), length);
     }
+
+private:
+    std::vector<QChar> scratch_;
+    QString wide_;
+};
+
+// Appends the folded text of a column's cell, whose text starts at `begin` of the column's
+// text. A column keeps no folded texts while every cell folds to itself.
+void AppendFold(ListColumn& column, const QChar* chars, qsizetype length, uint32_t begin) {
+    static thread_local CellFolder folder;
+    bool same = false;
+    const QStringView folded = folder.Fold(chars, length, same);
     if (column.foldsToItself && same)
         return;
     if (column.foldsToItself) {
@@ -116,7 +191,7 @@ void AppendFold(ListColumn& column, const QChar* chars, qsizetype length, uint32
             }
         }
     }
-    column.folded.Append(folded, length);
+    column.folded.Append(folded.constData(), folded.size());
 }
 
 }  // namespace
@@ -127,22 +202,34 @@ QString FoldForList(const QString& text) {
 
 // ---- TextPool ------------------------------------------------------------------------------
 
+// Latin-1 text is copied in one pass that also notes the highest bits seen: a character beyond
+// Latin-1 undoes the copy and widens the pool.
 void TextPool::Append(const QChar* text, qsizetype length) {
+    const auto* chars = reinterpret_cast<const char16_t*>(text);
     if (!wide_) {
-        bool narrow = true;
-        for (qsizetype i = 0; i < length; ++i)
-            narrow &= text[i].unicode() <= 0xff;
-        if (narrow) {
-            const size_t at = latin1_.size();
-            latin1_.resize(at + length);
-            for (qsizetype i = 0; i < length; ++i)
-                latin1_[at + i] = static_cast<char>(text[i].unicode());
-            return;
+        const size_t at = latin1_.size();
+        latin1_.resize(at + length);
+        char* out = latin1_.data() + at;
+        char16_t seen = 0;
+        for (qsizetype i = 0; i < length; ++i) {
+            seen |= chars[i];
+            out[i] = static_cast<char>(chars[i]);
         }
+        if (seen <= 0xff)
+            return;
+        latin1_.resize(at);
         Widen();
     }
-    const auto* chars = reinterpret_cast<const char16_t*>(text);
     utf16_.insert(utf16_.end(), chars, chars + length);
+}
+
+void TextPool::AppendLatin1(const char* text, qsizetype length) {
+    if (wide_) {
+        for (qsizetype i = 0; i < length; ++i)
+            utf16_.push_back(static_cast<unsigned char>(text[i]));
+        return;
+    }
+    latin1_.insert(latin1_.end(), text, text + length);
 }
 
 void TextPool::Replace(uint32_t begin, uint32_t end, const QChar* text, qsizetype length) {
@@ -200,6 +287,9 @@ void ListTableModel::StartColumns(const QStringList& captions) {
     foldedFilters_ = filters_;
 }
 
+// A cell is read from its value without copying it: a text is appended straight from the
+// value's own string, a whole number is written as digits, and only other kinds (real numbers,
+// dates) go through a converted string.
 void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
     const size_t col = &column - columns_.data();
     if (value.isNull()) {
@@ -212,20 +302,41 @@ void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
             column.numbers.push_back(-std::numeric_limits<double>::infinity());
         return;
     }
-    if (column.numeric) {
-        if (IsNumber(value)) {
-            column.numbers.push_back(value.toDouble());
-        } else {
+    const uint32_t begin = column.offsets.back();
+    const int type = value.metaType().id();
+    if (type == QMetaType::QString) {
+        if (column.numeric) {
             column.numeric = false;
             std::vector<double>().swap(column.numbers);
         }
+        const QString& text = *static_cast<const QString*>(value.constData());
+        column.text.Append(text.constData(), text.size());
+    } else if (IsWholeNumber(type)) {
+        char digits[24];
+        const bool isUnsigned =
+            type == QMetaType::ULongLong || type == QMetaType::UInt || type == QMetaType::UShort;
+        const auto [end, error] =
+            isUnsigned ? std::to_chars(digits, digits + sizeof digits, value.toULongLong())
+                       : std::to_chars(digits, digits + sizeof digits, value.toLongLong());
+        column.text.AppendLatin1(digits, end - digits);
+        if (column.numeric)
+            column.numbers.push_back(value.toDouble());
+    } else {
+        if (column.numeric) {
+            if (IsNumber(value)) {
+                column.numbers.push_back(value.toDouble());
+            } else {
+                column.numeric = false;
+                std::vector<double>().swap(column.numbers);
+            }
+        }
+        const QString text = value.toString();
+        column.text.Append(text.constData(), text.size());
     }
-    const QString text = value.toString();
-    column.text.Append(text.constData(), text.size());
     column.offsets.push_back(static_cast<uint32_t>(column.text.size()));
     if (column.foldReady) {
-        AppendFold(column, text.constData(), text.size(),
-                   column.offsets[column.offsets.size() - 2]);
+        const QString text = column.text.Text(begin, column.offsets.back());
+        AppendFold(column, text.constData(), text.size(), begin);
     }
 }
 
@@ -360,63 +471,114 @@ QStringList ListTableModel::Captions() const {
     return captions;
 }
 
-int ListTableModel::Compare(uint32_t a, uint32_t b) const {
-    for (const SortKey& key : sortKeys_) {
-        const ListColumn& column = columns_[key.column];
-        int result = 0;
-        if (column.numeric) {
-            const double x = column.numbers[a];
-            const double y = column.numbers[b];
-            result = x < y ? -1 : (x > y ? 1 : 0);
-        } else {
-            const TextPool& pool = column.foldsToItself ? column.text : column.folded;
-            const uint32_t a0 = column.offsets[a], a1 = column.offsets[a + 1];
-            const uint32_t b0 = column.offsets[b], b1 = column.offsets[b + 1];
-            result = pool.wide()
-                         ? CompareSpans(pool.utf16() + a0, a1 - a0, pool.utf16() + b0, b1 - b0)
-                         : CompareSpans(pool.latin1() + a0, a1 - a0, pool.latin1() + b0, b1 - b0);
+// A text column is ranked through its distinct texts: each record's text is looked up once in a
+// hash of the texts seen, and only the distinct texts are folded and sorted (a practice's
+// names repeat a great deal). Texts that differ only in letter case share a rank.
+std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32_t& count) const {
+    const TextPool& pool = column.text;
+    const size_t unit = pool.wide() ? sizeof(char16_t) : 1;
+    const char* base = pool.wide() ? reinterpret_cast<const char*>(pool.utf16()) : pool.latin1();
+    const uint32_t* offsets = column.offsets.data();
+    std::vector<uint32_t> ranks(records_);
+    std::vector<uint32_t> sample;  // a record of each distinct text, in the order first seen
+    QHash<QByteArrayView, uint32_t> distinct;
+    for (uint32_t r = 0; r < records_; ++r) {
+        const QByteArrayView cell(base + offsets[r] * unit, (offsets[r + 1] - offsets[r]) * unit);
+        auto it = distinct.constFind(cell);
+        if (it == distinct.cend()) {
+            it = distinct.insert(cell, static_cast<uint32_t>(sample.size()));
+            sample.push_back(r);
         }
-        if (result != 0)
-            return key.order == Qt::AscendingOrder ? result : -result;
+        ranks[r] = it.value();
     }
-    return a < b ? -1 : (a > b ? 1 : 0);
+    // The folded distinct texts, end to end.
+    std::vector<char16_t> keys;
+    std::vector<uint32_t> keyAt{0};
+    keyAt.reserve(sample.size() + 1);
+    CellFolder folder;
+    std::vector<QChar> cell;
+    char16_t widest = 0;
+    for (const uint32_t r : sample) {
+        const uint32_t begin = offsets[r];
+        const uint32_t end = offsets[r + 1];
+        const QChar* chars;
+        if (pool.wide()) {
+            chars = reinterpret_cast<const QChar*>(pool.utf16()) + begin;
+        } else {
+            cell.resize(end - begin);
+            for (uint32_t i = begin; i < end; ++i)
+                cell[i - begin] = QChar(static_cast<unsigned char>(pool.latin1()[i]));
+            chars = cell.data();
+        }
+        bool same = false;
+        const QStringView folded = folder.Fold(chars, end - begin, same);
+        keys.insert(keys.end(), folded.utf16(), folded.utf16() + folded.size());
+        for (const QChar c : folded)
+            widest = std::max(widest, c.unicode());
+        keyAt.push_back(static_cast<uint32_t>(keys.size()));
+    }
+    const FoldedKeys folded{keys.data(), keyAt.data(), widest <= 0xff};
+    std::vector<std::pair<uint64_t, uint32_t>> keyed(sample.size());
+    for (uint32_t d = 0; d < sample.size(); ++d)
+        keyed[d].second = d;
+    SortByChunks(folded, keyed.data(), keyed.size(), 0);
+    std::vector<uint32_t> rankOf(sample.size());
+    count = 0;
+    for (size_t i = 0; i < keyed.size(); ++i) {
+        if (i > 0 && folded.Compare(keyed[i].second, keyed[i - 1].second) != 0)
+            ++count;
+        rankOf[keyed[i].second] = count;
+    }
+    if (!keyed.empty())
+        ++count;
+    for (uint32_t& rank : ranks)
+        rank = rankOf[rank];
+    return ranks;
 }
 
-// Most comparisons of a sort are decided by the first characters of the first key: those are
-// read once per record into a number that orders as the text does (a shorter text padded with
-// the lowest character), and only records whose numbers are equal are compared in full.
+std::vector<uint32_t> ListTableModel::NumberRanks(const ListColumn& column, uint32_t& count) const {
+    std::vector<std::pair<double, uint32_t>> values(records_);
+    for (uint32_t r = 0; r < records_; ++r)
+        values[r] = {column.numbers[r], r};
+    std::sort(values.begin(), values.end(),
+              [](const auto& x, const auto& y) { return x.first < y.first; });
+    std::vector<uint32_t> ranks(records_);
+    count = 0;
+    for (size_t i = 0; i < values.size(); ++i) {
+        if (i > 0 && values[i].first != values[i - 1].first)
+            ++count;
+        ranks[values[i].second] = count;
+    }
+    if (!values.empty())
+        ++count;
+    return ranks;
+}
+
+// Every key is turned into one rank per record, equal for equal values; the records are then
+// put in order by a stable counting pass per key, from the last key to the first, starting
+// from the order read. Records equal on every key so keep the order they were read in.
 void ListTableModel::ApplySort() {
-    const SortKey first = sortKeys_.front();
-    const ListColumn& column = columns_[first.column];
-    if (column.numeric) {
-        std::sort(order_.begin(), order_.end(),
-                  [this](uint32_t a, uint32_t b) { return Compare(a, b) < 0; });
-        return;
-    }
-    const TextPool& pool = column.foldsToItself ? column.text : column.folded;
-    std::vector<std::pair<uint64_t, uint32_t>> keyed(order_.size());
-    for (size_t i = 0; i < order_.size(); ++i) {
-        const uint32_t begin = column.offsets[order_[i]];
-        const uint32_t end = column.offsets[order_[i] + 1];
-        uint64_t prefix = 0;
-        if (pool.wide()) {
-            for (uint32_t c = begin; c < begin + 4; ++c)
-                prefix = (prefix << 16) | (c < end ? pool.utf16()[c] : 0u);
-        } else {
-            for (uint32_t c = begin; c < begin + 8; ++c)
-                prefix =
-                    (prefix << 8) | (c < end ? static_cast<unsigned char>(pool.latin1()[c]) : 0u);
+    std::vector<uint32_t> order(records_);
+    std::iota(order.begin(), order.end(), 0u);
+    std::vector<uint32_t> sorted(records_);
+    for (auto key = sortKeys_.crbegin(); key != sortKeys_.crend(); ++key) {
+        const ListColumn& column = columns_[key->column];
+        uint32_t count = 0;
+        std::vector<uint32_t> ranks =
+            column.numeric ? NumberRanks(column, count) : TextRanks(column, count);
+        if (key->order == Qt::DescendingOrder) {
+            for (uint32_t& rank : ranks)
+                rank = count - 1 - rank;
         }
-        keyed[i] = {prefix, order_[i]};
+        std::vector<uint32_t> next(static_cast<size_t>(count) + 1, 0);
+        for (const uint32_t rank : ranks)
+            ++next[rank + 1];
+        std::partial_sum(next.begin(), next.end(), next.begin());
+        for (const uint32_t record : order)
+            sorted[next[ranks[record]]++] = record;
+        order.swap(sorted);
     }
-    const bool ascending = first.order == Qt::AscendingOrder;
-    std::sort(keyed.begin(), keyed.end(), [&](const auto& x, const auto& y) {
-        if (x.first != y.first)
-            return ascending ? x.first < y.first : x.first > y.first;
-        return Compare(x.second, y.second) < 0;
-    });
-    for (size_t i = 0; i < keyed.size(); ++i)
-        order_[i] = keyed[i].second;
+    order_.swap(order);
 }
 
 void ListTableModel::SortBy(const QList<SortKey>& keys) {
@@ -432,15 +594,7 @@ void ListTableModel::SortBy(const QList<SortKey>& keys) {
     for (const QModelIndex& index : before)
         records.push_back(index.row() < ShownRows() ? RecordOfRow(index.row()) : -1);
     sortKeys_ = valid;
-    for (const SortKey& key : sortKeys_) {
-        if (!columns_[key.column].numeric)
-            Fold(columns_[key.column]);
-    }
-    if (sortKeys_.isEmpty()) {
-        std::sort(order_.begin(), order_.end());
-    } else {
-        ApplySort();
-    }
+    ApplySort();
     Refilter(false);
     // The view's current row and selection follow their records to where they now stand.
     std::vector<int> rowOf(records_, -1);

@@ -21,6 +21,7 @@ namespace orvo::lists {
 class TextPool {
 public:
     void Append(const QChar* text, qsizetype length);
+    void AppendLatin1(const char* text, qsizetype length);
     // Characters of rows [0, n): offsets are taken by the caller.
     qsizetype size() const {
         return wide_ ? static_cast<qsizetype>(utf16_.size())
@@ -44,8 +45,9 @@ private:
 };
 
 // One column: its caption, its texts and folded texts, and for a column of numbers the values
-// it sorts by. The folded texts are made when the column is first sorted or filtered on: most
-// columns of a list never are, and a list opens without folding a cell of them.
+// it sorts by. The folded texts are made when the column is first filtered on: most columns of
+// a list never are, and a list opens without folding a cell of them (a sort folds only the
+// column's distinct texts, and keeps none of them).
 struct ListColumn {
     QString caption;
     bool numeric = false;  // every value that is not null is a number
@@ -66,8 +68,8 @@ struct SortKey {
 // The rows of a list window, read once from the recordset and kept compactly by column. It
 // sorts and filters itself: a filter is a text per column, matched from the start of the
 // column's text or anywhere in it, with case folded for all of Unicode. A column's texts are
-// folded once, when it is first sorted or filtered on, so a keystroke is a scan over folded
-// text; a filter that narrows the one before scans only the rows that matched it.
+// folded once, when it is first filtered on, so a keystroke is a scan over folded text; a
+// filter that narrows the one before scans only the rows that matched it.
 //
 // Rows are named two ways: a shown row is a row of the model as the view sees it (sorted and
 // filtered); a record is a row as it was read, which stays put while sort and filter change.
@@ -139,7 +141,10 @@ private:
     void FinishColumns();
     void Refilter(bool narrowing);
     void ApplySort();
-    int Compare(uint32_t a, uint32_t b) const;
+    // A rank per record for a column: equal values (texts once folded) share a rank, and ranks
+    // order as the values do. count is the number of ranks.
+    std::vector<uint32_t> TextRanks(const ListColumn& column, uint32_t& count) const;
+    std::vector<uint32_t> NumberRanks(const ListColumn& column, uint32_t& count) const;
 
     std::vector<ListColumn> columns_;
     std::vector<uint8_t> nulls_;  // a bit per cell, record-major

@@ -196,6 +196,80 @@ TEST(ListTableModelTest, SortsAsComparingTheWholeFoldedTextsWouldInEitherDirecti
     }
 }
 
+// Keys of both kinds in any direction, texts that differ only in letter case, beginnings shared
+// past the first sixteen characters, the lowest character inside a text, a Latin-1 character
+// that folds beyond Latin-1, nulls: records must come out as a stable sort comparing folded
+// texts and numbers in full puts them, ties in the order read.
+TEST(ListTableModelTest, SortsByEveryKeyAsAStableSortOfFoldedTextsAndNumbersWould) {
+    const QStringList names{"Van der Berg-Hoffmann, Ann",
+                            "VAN DER BERG-HOFFMANN, ANN",
+                            "Van der Berg-Hoffmann, Anna",
+                            "van der berg-hoffmann",
+                            QStringLiteral("ab") + QChar(0),
+                            "ab",
+                            "µ-Labs",
+                            "Μ-labs",
+                            "Straße",
+                            "STRASSE",
+                            "",
+                            "Łukasik",
+                            "lukasik"};
+    const QStringList cities{"Köln", "KÖLN", "Zürich", "", "Ávila", "avila"};
+    QList<QVariantList> rows;
+    QRandomGenerator random(23);
+    for (int i = 0; i < 4000; ++i) {
+        // The text with the lowest character inside comes first, before the one it extends.
+        const QString name = i == 0 ? names[4] : names[random.bounded(names.size())];
+        const QString city = cities[random.bounded(cities.size())];
+        const int number = random.bounded(7) - 3;
+        rows << QVariantList{name, city.isEmpty() ? QVariant() : QVariant(city),
+                             number == 3 ? QVariant() : QVariant(number)};
+    }
+    for (const bool latinOnly : {true, false}) {
+        QList<QVariantList> list = rows;
+        if (latinOnly) {
+            list.removeIf([](const QVariantList& row) {
+                const QString name = row[0].toString();
+                return name.startsWith(u'Ł') || name.startsWith(u'Μ') || name.startsWith(u'µ');
+            });
+        }
+        ListTableModel model;
+        model.LoadRows(kCaptions, {});
+        for (const QVariantList& row : list)
+            model.AppendRecord(row);
+        const QList<QList<SortKey>> sorts{
+            {{0, Qt::AscendingOrder}, {2, Qt::DescendingOrder}},
+            {{1, Qt::DescendingOrder}, {0, Qt::AscendingOrder}},
+            {{2, Qt::AscendingOrder}, {1, Qt::AscendingOrder}, {0, Qt::DescendingOrder}}};
+        for (const QList<SortKey>& keys : sorts) {
+            model.SortBy(keys);
+            std::vector<int> expected(list.size());
+            std::iota(expected.begin(), expected.end(), 0);
+            std::stable_sort(expected.begin(), expected.end(), [&](int a, int b) {
+                for (const SortKey& key : keys) {
+                    const QVariant& x = list[a][key.column];
+                    const QVariant& y = list[b][key.column];
+                    int result;
+                    if (key.column == 2) {
+                        const double u = x.isNull() ? -1e300 : x.toDouble();
+                        const double v = y.isNull() ? -1e300 : y.toDouble();
+                        result = u < v ? -1 : (u > v ? 1 : 0);
+                    } else {
+                        result = x.toString().toCaseFolded().compare(y.toString().toCaseFolded());
+                    }
+                    if (result != 0)
+                        return key.order == Qt::AscendingOrder ? result < 0 : result > 0;
+                }
+                return false;
+            });
+            std::vector<int> shown(model.rowCount());
+            for (int row = 0; row < model.rowCount(); ++row)
+                shown[row] = model.RecordOfRow(row);
+            EXPECT_EQ(shown, expected) << latinOnly << keys.size();
+        }
+    }
+}
+
 TEST(ListTableModelTest, AnEditedRecordIsPutInPlaceAndItsNeighboursStay) {
     ListTableModel model;
     model.LoadRows(kCaptions, People());

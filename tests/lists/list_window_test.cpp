@@ -83,6 +83,40 @@ protected:
     host::HostListEvents events_;
 };
 
+// The list reads each kind of value the engines give (whole numbers of both widths, reals,
+// texts within and beyond Latin-1, empty texts, nulls) into the same text Qt gives for it, and
+// sorts whole numbers as numbers.
+TEST_P(ListWindowTest, LoadShowsEveryKindOfValueAsTheEngineGivesIt) {
+    Sql("CREATE TABLE LoadProbe (k INTEGER, n INTEGER, b BIGINT, r DOUBLE PRECISION, "
+        "t VARCHAR(40))");
+    Sql("INSERT INTO LoadProbe VALUES (1, 10, 9007199254740993, 2.5, 'Peña')");
+    Sql("INSERT INTO LoadProbe VALUES (2, -42, -1, -0.125, 'Łukasik')");
+    Sql("INSERT INTO LoadProbe VALUES (3, NULL, NULL, NULL, NULL)");
+    Sql("INSERT INTO LoadProbe VALUES (4, 7, 0, 1e20, '')");
+    Sql("INSERT INTO LoadProbe VALUES (5, 0, 123456789012, 3, 'smith')");
+    const QString select = QStringLiteral("SELECT k, n, b, r, t FROM LoadProbe ORDER BY k");
+    ListTableModel model;
+    db::Recordset rs(connection(), select);
+    model.Load(rs, {"K", "N", "B", "R", "T"});
+    ASSERT_EQ(model.TotalRows(), 5);
+    db::Recordset expected(connection(), select);
+    for (int r = 0; !expected.Eof(); expected.MoveNext(), ++r) {
+        for (int c = 0; c < 5; ++c) {
+            const QVariant value = expected.Value(c);
+            EXPECT_EQ(model.RecordText(r, c), value.isNull() ? QString() : value.toString())
+                << r << c;
+            EXPECT_EQ(model.RecordIsNull(r, c), value.isNull()) << r << c;
+        }
+    }
+    model.SortBy({{1, Qt::AscendingOrder}});
+    QStringList keys;
+    for (int row = 0; row < model.rowCount(); ++row)
+        keys << model.RecordText(model.RecordOfRow(row), 0);
+    EXPECT_EQ(keys, (QStringList{"3", "2", "5", "4", "1"}));
+    EXPECT_EQ(model.data(model.index(0, 1), Qt::TextAlignmentRole).toInt(),
+              int(Qt::AlignRight | Qt::AlignVCenter));
+}
+
 TEST_P(ListWindowTest, DistinctRowIsRewrittenOnTheServerBeforeTheListIsRead) {
     Sql("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (3, 'Summit Dental Trust')");
     Sql("INSERT INTO InsCoTable (InsCoInd, InsCoNam) VALUES (4, 'Harborline Health')");
