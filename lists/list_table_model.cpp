@@ -27,20 +27,6 @@ const std::array<char16_t, 256>& Latin1Folds() {
     return folds;
 }
 
-bool IsWholeNumber(int type) {
-    switch (type) {
-        case QMetaType::Int:
-        case QMetaType::UInt:
-        case QMetaType::LongLong:
-        case QMetaType::ULongLong:
-        case QMetaType::Short:
-        case QMetaType::UShort:
-            return true;
-        default:
-            return false;
-    }
-}
-
 bool IsNumber(const QVariant& value) {
     switch (value.metaType().id()) {
         case QMetaType::Int:
@@ -101,6 +87,10 @@ struct FoldedKeys {
     bool narrow;  // every character is within Latin-1
 
     uint32_t Length(uint32_t d) const { return at[d + 1] - at[d]; }
+    bool Equal(uint32_t x, uint32_t y) const {
+        return Length(x) == Length(y) &&
+               std::memcmp(chars + at[x], chars + at[y], Length(x) * sizeof(char16_t)) == 0;
+    }
     int Compare(uint32_t x, uint32_t y) const {
         return CompareSpans(chars + at[x], Length(x), chars + at[y], Length(y));
     }
@@ -289,7 +279,7 @@ void ListTableModel::StartColumns(const QStringList& captions) {
 
 // A cell is read from its value without copying it: a text is appended straight from the
 // value's own string, a whole number is written as digits, and only other kinds (real numbers,
-// dates) go through a converted string.
+// dates, numbers of other widths) go through a converted string.
 void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
     const size_t col = &column - columns_.data();
     if (value.isNull()) {
@@ -311,16 +301,16 @@ void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
         }
         const QString& text = *static_cast<const QString*>(value.constData());
         column.text.Append(text.constData(), text.size());
-    } else if (IsWholeNumber(type)) {
+    } else if (type == QMetaType::LongLong || type == QMetaType::Int) {
+        // The engines' whole numbers: read in place and written as digits.
+        const qint64 number = type == QMetaType::Int
+                                  ? *static_cast<const int*>(value.constData())
+                                  : *static_cast<const qint64*>(value.constData());
         char digits[24];
-        const bool isUnsigned =
-            type == QMetaType::ULongLong || type == QMetaType::UInt || type == QMetaType::UShort;
-        const auto [end, error] =
-            isUnsigned ? std::to_chars(digits, digits + sizeof digits, value.toULongLong())
-                       : std::to_chars(digits, digits + sizeof digits, value.toLongLong());
+        const auto [end, error] = std::to_chars(digits, digits + sizeof digits, number);
         column.text.AppendLatin1(digits, end - digits);
         if (column.numeric)
-            column.numbers.push_back(value.toDouble());
+            column.numbers.push_back(static_cast<double>(number));
     } else {
         if (column.numeric) {
             if (IsNumber(value)) {
@@ -482,6 +472,7 @@ std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32
     std::vector<uint32_t> ranks(records_);
     std::vector<uint32_t> sample;  // a record of each distinct text, in the order first seen
     QHash<QByteArrayView, uint32_t> distinct;
+    distinct.reserve(std::min<qsizetype>(records_, 1 << 16));
     for (uint32_t r = 0; r < records_; ++r) {
         const QByteArrayView cell(base + offsets[r] * unit, (offsets[r + 1] - offsets[r]) * unit);
         auto it = distinct.constFind(cell);
@@ -491,33 +482,40 @@ std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32
         }
         ranks[r] = it.value();
     }
-    // The folded distinct texts, end to end.
+    // The folded distinct texts, end to end. Latin-1 folds through the table, character by
+    // character; a wide text folds as the filter folds it.
     std::vector<char16_t> keys;
-    std::vector<uint32_t> keyAt{0};
-    keyAt.reserve(sample.size() + 1);
-    CellFolder folder;
-    std::vector<QChar> cell;
-    char16_t widest = 0;
-    for (const uint32_t r : sample) {
-        const uint32_t begin = offsets[r];
-        const uint32_t end = offsets[r + 1];
-        const QChar* chars;
-        if (pool.wide()) {
-            chars = reinterpret_cast<const QChar*>(pool.utf16()) + begin;
-        } else {
-            cell.resize(end - begin);
-            for (uint32_t i = begin; i < end; ++i)
-                cell[i - begin] = QChar(static_cast<unsigned char>(pool.latin1()[i]));
-            chars = cell.data();
+    std::vector<uint32_t> keyAt(sample.size() + 1, 0);
+    char16_t seen = 0;  // every character of the keys or'ed together
+    if (pool.wide()) {
+        CellFolder folder;
+        for (size_t d = 0; d < sample.size(); ++d) {
+            const uint32_t r = sample[d];
+            bool same = false;
+            const QStringView folded =
+                folder.Fold(reinterpret_cast<const QChar*>(pool.utf16()) + offsets[r],
+                            offsets[r + 1] - offsets[r], same);
+            keys.insert(keys.end(), folded.utf16(), folded.utf16() + folded.size());
+            keyAt[d + 1] = static_cast<uint32_t>(keys.size());
         }
-        bool same = false;
-        const QStringView folded = folder.Fold(chars, end - begin, same);
-        keys.insert(keys.end(), folded.utf16(), folded.utf16() + folded.size());
-        for (const QChar c : folded)
-            widest = std::max(widest, c.unicode());
-        keyAt.push_back(static_cast<uint32_t>(keys.size()));
+        for (const char16_t c : keys)
+            seen |= c;
+    } else {
+        for (size_t d = 0; d < sample.size(); ++d)
+            keyAt[d + 1] = keyAt[d] + offsets[sample[d] + 1] - offsets[sample[d]];
+        keys.resize(keyAt.back());
+        const auto& folds = Latin1Folds();
+        const auto* text = reinterpret_cast<const unsigned char*>(pool.latin1());
+        for (size_t d = 0; d < sample.size(); ++d) {
+            char16_t* out = keys.data() + keyAt[d];
+            const uint32_t begin = offsets[sample[d]];
+            for (uint32_t i = 0; i < keyAt[d + 1] - keyAt[d]; ++i) {
+                out[i] = folds[text[begin + i]];
+                seen |= out[i];
+            }
+        }
     }
-    const FoldedKeys folded{keys.data(), keyAt.data(), widest <= 0xff};
+    const FoldedKeys folded{keys.data(), keyAt.data(), seen <= 0xff};
     std::vector<std::pair<uint64_t, uint32_t>> keyed(sample.size());
     for (uint32_t d = 0; d < sample.size(); ++d)
         keyed[d].second = d;
@@ -525,7 +523,7 @@ std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32
     std::vector<uint32_t> rankOf(sample.size());
     count = 0;
     for (size_t i = 0; i < keyed.size(); ++i) {
-        if (i > 0 && folded.Compare(keyed[i].second, keyed[i - 1].second) != 0)
+        if (i > 0 && !folded.Equal(keyed[i].second, keyed[i - 1].second))
             ++count;
         rankOf[keyed[i].second] = count;
     }
