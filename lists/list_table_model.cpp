@@ -461,6 +461,9 @@ QStringList ListTableModel::Captions() const {
     return captions;
 }
 
+// How many records a text column's ranking reads before it judges whether its texts repeat.
+constexpr uint32_t kProbe = 4096;
+
 // A text column is ranked through its distinct texts: each record's text is looked up once in a
 // hash of the texts seen, and only the distinct texts are folded and sorted (a practice's
 // names repeat a great deal). Texts that differ only in letter case share a rank.
@@ -470,10 +473,17 @@ std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32
     const char* base = pool.wide() ? reinterpret_cast<const char*>(pool.utf16()) : pool.latin1();
     const uint32_t* offsets = column.offsets.data();
     std::vector<uint32_t> ranks(records_);
-    std::vector<uint32_t> sample;  // a record of each distinct text, in the order first seen
+    // The records whose texts are folded and ordered: one of each distinct text, in the order
+    // first seen, then every record once the column is taken to be distinct.
+    std::vector<uint32_t> sample;
     QHash<QByteArrayView, uint32_t> distinct;
-    distinct.reserve(std::min<qsizetype>(records_, 1 << 16));
-    for (uint32_t r = 0; r < records_; ++r) {
+    distinct.reserve(std::min<qsizetype>(records_, kProbe));
+    uint32_t r = 0;
+    for (; r < records_; ++r) {
+        // A column whose first records are mostly distinct (names of companies) is taken to
+        // be distinct throughout: its records are ordered themselves, without the hash.
+        if (r == kProbe && sample.size() > kProbe * 3 / 4)
+            break;
         const QByteArrayView cell(base + offsets[r] * unit, (offsets[r + 1] - offsets[r]) * unit);
         auto it = distinct.constFind(cell);
         if (it == distinct.cend()) {
@@ -481,6 +491,10 @@ std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32
             sample.push_back(r);
         }
         ranks[r] = it.value();
+    }
+    for (; r < records_; ++r) {
+        ranks[r] = static_cast<uint32_t>(sample.size());
+        sample.push_back(r);
     }
     // The folded distinct texts, end to end. Latin-1 folds through the table, character by
     // character; a wide text folds as the filter folds it.
