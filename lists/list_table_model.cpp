@@ -548,16 +548,19 @@ std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32
     return ranks;
 }
 
+// A number that is not a number (the server's NaN) sorts after every other, as the server
+// sorts it; nulls sort first.
 std::vector<uint32_t> ListTableModel::NumberRanks(const ListColumn& column, uint32_t& count) const {
+    const auto less = [](double x, double y) { return std::isnan(y) ? !std::isnan(x) : x < y; };
     std::vector<std::pair<double, uint32_t>> values(records_);
     for (uint32_t r = 0; r < records_; ++r)
         values[r] = {column.numbers[r], r};
     std::sort(values.begin(), values.end(),
-              [](const auto& x, const auto& y) { return x.first < y.first; });
+              [&](const auto& x, const auto& y) { return less(x.first, y.first); });
     std::vector<uint32_t> ranks(records_);
     count = 0;
     for (size_t i = 0; i < values.size(); ++i) {
-        if (i > 0 && values[i].first != values[i - 1].first)
+        if (i > 0 && less(values[i - 1].first, values[i].first))
             ++count;
         ranks[values[i].second] = count;
     }

@@ -299,6 +299,34 @@ TEST(ListTableModelTest, SortsMostlyDistinctTextsAsAStableSortWould) {
                                           {{1, Qt::AscendingOrder}, {0, Qt::AscendingOrder}}});
 }
 
+// The server's real numbers include NaN: it sorts after every number, nulls before them all.
+TEST(ListTableModelTest, NotANumberSortsAfterEveryNumberAndNullBeforeThem) {
+    ListTableModel model;
+    model.LoadRows(kCaptions, {});
+    std::vector<double> numbers;  // of each record, a null as minus infinity
+    QRandomGenerator random(5);
+    for (int i = 0; i < 300; ++i) {
+        const int pick = random.bounded(10);
+        const QVariant value = pick == 0   ? QVariant(qQNaN())
+                               : pick == 1 ? QVariant()
+                                           : QVariant(random.bounded(100.0) - 50);
+        numbers.push_back(value.isNull() ? -qInf() : value.toDouble());
+        model.AppendRecord({QString::number(i), QString(), value});
+    }
+    const auto less = [](double x, double y) { return std::isnan(y) ? !std::isnan(x) : x < y; };
+    for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+        model.sort(2, order);
+        std::vector<double> shown;
+        for (int row = 0; row < model.rowCount(); ++row)
+            shown.push_back(numbers[model.RecordOfRow(row)]);
+        if (order == Qt::DescendingOrder)
+            std::reverse(shown.begin(), shown.end());
+        EXPECT_TRUE(std::is_sorted(shown.begin(), shown.end(), less)) << order;
+        EXPECT_TRUE(std::isnan(shown.back()));
+        EXPECT_EQ(shown.front(), -qInf());
+    }
+}
+
 TEST(ListTableModelTest, AnEditedRecordIsPutInPlaceAndItsNeighboursStay) {
     ListTableModel model;
     model.LoadRows(kCaptions, People());
