@@ -504,11 +504,11 @@ std::vector<uint32_t> ListTableModel::TextRanks(const ListColumn& column, uint32
     if (pool.wide()) {
         CellFolder folder;
         for (size_t d = 0; d < sample.size(); ++d) {
-            const uint32_t r = sample[d];
+            const uint32_t record = sample[d];
             bool same = false;
             const QStringView folded =
-                folder.Fold(reinterpret_cast<const QChar*>(pool.utf16()) + offsets[r],
-                            offsets[r + 1] - offsets[r], same);
+                folder.Fold(reinterpret_cast<const QChar*>(pool.utf16()) + offsets[record],
+                            offsets[record + 1] - offsets[record], same);
             keys.insert(keys.end(), folded.utf16(), folded.utf16() + folded.size());
             keyAt[d + 1] = static_cast<uint32_t>(keys.size());
         }
