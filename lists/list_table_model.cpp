@@ -192,14 +192,13 @@ QString FoldForList(const QString& text) {
 
 // ---- TextPool ------------------------------------------------------------------------------
 
-// Latin-1 text is copied in one pass that also notes the highest bits seen: a character beyond
-// Latin-1 undoes the copy and widens the pool.
+// A cell is a few characters: the pool takes them with one check of room and one pass that
+// copies them and notes the highest bits seen; a character beyond Latin-1 undoes the copy and
+// widens the pool.
 void TextPool::Append(const QChar* text, qsizetype length) {
     const auto* chars = reinterpret_cast<const char16_t*>(text);
     if (!wide_) {
-        const size_t at = latin1_.size();
-        latin1_.resize(at + length);
-        char* out = latin1_.data() + at;
+        char* out = latin1_.Extend(length);
         char16_t seen = 0;
         for (qsizetype i = 0; i < length; ++i) {
             seen |= chars[i];
@@ -207,38 +206,42 @@ void TextPool::Append(const QChar* text, qsizetype length) {
         }
         if (seen <= 0xff)
             return;
-        latin1_.resize(at);
+        latin1_.Truncate(latin1_.size() - length);
         Widen();
     }
-    utf16_.insert(utf16_.end(), chars, chars + length);
+    if (length > 0)
+        std::memcpy(utf16_.Extend(length), chars, length * sizeof(char16_t));
 }
 
 void TextPool::AppendLatin1(const char* text, qsizetype length) {
     if (wide_) {
+        char16_t* out = utf16_.Extend(length);
         for (qsizetype i = 0; i < length; ++i)
-            utf16_.push_back(static_cast<unsigned char>(text[i]));
+            out[i] = static_cast<unsigned char>(text[i]);
         return;
     }
-    latin1_.insert(latin1_.end(), text, text + length);
+    if (length > 0)
+        std::memcpy(latin1_.Extend(length), text, length);
 }
 
 void TextPool::Replace(uint32_t begin, uint32_t end, const QChar* text, qsizetype length) {
     // The tail moves out and comes back after the new text, which may widen the pool.
     const QString tail = Text(end, static_cast<uint32_t>(size()));
     if (wide_) {
-        utf16_.resize(begin);
+        utf16_.Truncate(begin);
     } else {
-        latin1_.resize(begin);
+        latin1_.Truncate(begin);
     }
     Append(text, length);
     Append(tail.constData(), tail.size());
 }
 
 void TextPool::Widen() {
-    utf16_.reserve(latin1_.capacity());
-    for (const char c : latin1_)
-        utf16_.push_back(static_cast<unsigned char>(c));
-    std::vector<char>().swap(latin1_);
+    utf16_.Reserve(latin1_.capacity());
+    char16_t* out = utf16_.Extend(latin1_.size());
+    for (size_t i = 0; i < latin1_.size(); ++i)
+        out[i] = static_cast<unsigned char>(latin1_.data()[i]);
+    latin1_.Release();
     wide_ = true;
 }
 
@@ -253,8 +256,8 @@ QString TextPool::Text(uint32_t begin, uint32_t end) const {
 }
 
 void TextPool::Squeeze() {
-    latin1_.shrink_to_fit();
-    utf16_.shrink_to_fit();
+    latin1_.Squeeze();
+    utf16_.Squeeze();
 }
 
 // ---- ListTableModel ------------------------------------------------------------------------
@@ -285,7 +288,7 @@ void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
     if (value.isNull()) {
         const size_t bit = static_cast<size_t>(records_) * columns_.size() + col;
         if (nulls_.size() <= bit / 8)
-            nulls_.resize(bit / 8 + 1, 0);
+            nulls_.resize(std::max(nulls_.size() * 2, bit / 8 + 1), 0);
         nulls_[bit / 8] |= static_cast<uint8_t>(1u << (bit % 8));
         column.offsets.push_back(column.offsets.back());
         if (column.numeric)

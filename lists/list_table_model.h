@@ -5,7 +5,10 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <memory>
 #include <vector>
 
 namespace orvo::db {
@@ -13,6 +16,50 @@ class Recordset;
 }
 
 namespace orvo::lists {
+
+// A growing array of characters whose new room is written by the caller, not filled first: a
+// list appends a few characters per cell, millions of times.
+template <class Char>
+class CharBuffer {
+public:
+    const Char* data() const { return data_.get(); }
+    size_t size() const { return size_; }
+    size_t capacity() const { return capacity_; }
+    // Room for n more characters at the end, to be written at the place answered.
+    Char* Extend(size_t n) {
+        if (capacity_ - size_ < n)
+            Reallocate(std::max(size_ + n, capacity_ * 2));
+        Char* at = data_.get() + size_;
+        size_ += n;
+        return at;
+    }
+    void Truncate(size_t n) { size_ = std::min(size_, n); }
+    void Reserve(size_t n) {
+        if (n > capacity_)
+            Reallocate(n);
+    }
+    void Squeeze() {
+        if (capacity_ != size_)
+            Reallocate(size_);
+    }
+    void Release() {
+        data_.reset();
+        size_ = capacity_ = 0;
+    }
+
+private:
+    void Reallocate(size_t capacity) {
+        std::unique_ptr<Char[]> data(capacity ? new Char[capacity] : nullptr);
+        if (size_ != 0)
+            std::memcpy(data.get(), data_.get(), size_ * sizeof(Char));
+        data_ = std::move(data);
+        capacity_ = capacity;
+    }
+
+    std::unique_ptr<Char[]> data_;
+    size_t size_ = 0;
+    size_t capacity_ = 0;
+};
 
 // The texts of one column of a list, all rows in one buffer. A buffer holds one byte per
 // character while every character is Latin-1 (most of a practice's names and addresses), and
@@ -40,8 +87,8 @@ private:
     void Widen();
 
     bool wide_ = false;
-    std::vector<char> latin1_;
-    std::vector<char16_t> utf16_;
+    CharBuffer<char> latin1_;
+    CharBuffer<char16_t> utf16_;
 };
 
 // One column: its caption, its texts and folded texts, and for a column of numbers the values
