@@ -59,12 +59,71 @@ void ApplyConnInfo(QSqlDatabase& db, const QString& conninfo) {
     db.setConnectOptions(options.join(QLatin1Char(';')));
 }
 
+// The value a literal cut out of a statement stands for, as bound in its place: a string's text,
+// a whole number as an integer and any other as a double, as the engine reads them written. An
+// invalid value when it cannot be read so (a number too long for 64 bits).
+QVariant BoundValue(const QString& literal) {
+    if (literal.startsWith(QLatin1Char('\''))) {
+        return QString(literal.mid(1, literal.size() - 2))
+            .replace(QStringLiteral("''"), QStringLiteral("'"));
+    }
+    bool ok = false;
+    const bool whole = std::all_of(literal.begin(), literal.end(), [](QChar c) {
+        return c.isDigit() && c.unicode() < 128;
+    });
+    if (whole) {
+        const qint64 value = literal.toLongLong(&ok);
+        return ok ? QVariant(value) : QVariant();
+    }
+    const double value = literal.toDouble(&ok);
+    return ok ? QVariant(value) : QVariant();
+}
+
 bool IsIdentityQuery(const QString& statement) {
     return statement.simplified().compare(QLatin1String("SELECT @@IDENTITY"),
                                           Qt::CaseInsensitive) == 0;
 }
 
 }  // namespace
+
+// The queries a connection keeps prepared for the shapes of its statements, with values bound.
+// A shape the engine would not prepare so (a value where a name must stand) is refused once and
+// runs as text from then on.
+class KeptStatements {
+public:
+    struct Kept {
+        QString text;  // the shape's translation with a '?' for each value
+        bool refused = false;
+        std::vector<std::shared_ptr<QSqlQuery>> idle;
+    };
+    Kept& For(const QString& shape) {
+        auto it = byShape_.find(shape);
+        if (it == byShape_.end()) {
+            if (byShape_.size() >= kMostShapes)
+                byShape_.clear();  // queries in use are not held here; they go when returned
+            it = byShape_.insert(shape, Kept{});
+        }
+        return *it;
+    }
+    void Give(const QString& shape, std::shared_ptr<QSqlQuery> query) {
+        query->finish();
+        auto it = byShape_.find(shape);
+        if (it != byShape_.end() && it->idle.size() < kMostIdle)
+            it->idle.push_back(std::move(query));
+    }
+
+private:
+    static constexpr qsizetype kMostShapes = 512;
+    static constexpr size_t kMostIdle = 4;  // more of one shape in use at once run as new ones
+    QHash<QString, Kept> byShape_;
+};
+
+RanStatement::~RanStatement() {
+    if (!query_ || shape_.isEmpty())
+        return;
+    if (const auto keeper = keeper_.lock())
+        keeper->Give(shape_, std::move(query_));
+}
 
 std::shared_ptr<Connection> Connection::Open(const ConnectionOptions& options) {
     std::shared_ptr<Connection> connection(new Connection(options));
@@ -74,11 +133,14 @@ std::shared_ptr<Connection> Connection::Open(const ConnectionOptions& options) {
 
 Connection::Connection(const ConnectionOptions& options)
     : options_(options),
-      name_(QStringLiteral("orvo-%1").arg(connectionCounter.fetchAndAddRelaxed(1))) {}
+      name_(QStringLiteral("orvo-%1").arg(connectionCounter.fetchAndAddRelaxed(1))),
+      translations_(options.engine),
+      kept_(options.engine == Engine::Sqlite ? std::make_shared<KeptStatements>() : nullptr) {}
 
 Connection::~Connection() {
     stale_.clear();
     shapes_.clear();  // statements go before their connection
+    kept_.reset();
     db_.close();
     db_ = QSqlDatabase();
     QSqlDatabase::removeDatabase(name_);
@@ -116,7 +178,7 @@ void Connection::Configure() {
 }
 
 QString Connection::Translate(const QString& sql) const {
-    return TranslateSql(sql, engine());
+    return translations_.Translate(sql);
 }
 
 Connection::Shape& Connection::KeptShape(const QString& shape) const {
@@ -172,6 +234,74 @@ void Connection::Send(QSqlQuery& query, const QString& statement) {
     }
 }
 
+RanStatement Connection::Run(const QString& sql) {
+    return Run(sql, CutLiterals(sql));
+}
+
+RanStatement Connection::Run(const QString& sql, const std::optional<LiteralShape>& cut) {
+    const TranslationCache::Translated* shape = nullptr;
+    RanStatement ran;
+    ran.statement_ = translations_.Translate(sql, cut, &shape);
+    if (kept_ && shape && RunKept(ran, *cut, *shape))
+        return ran;
+    return RunTranslated(std::move(ran.statement_));
+}
+
+RanStatement Connection::RunTranslated(QString statement) {
+    RanStatement ran;
+    ran.statement_ = std::move(statement);
+    ran.query_ = std::make_shared<QSqlQuery>(db_);
+    ran.query_->setForwardOnly(true);
+    Send(*ran.query_, ran.statement_);
+    return ran;
+}
+
+// Runs the statement through the query kept for its shape; false, with nothing run, when the
+// shape is not kept so or a value cannot be bound as it reads.
+bool Connection::RunKept(RanStatement& ran, const LiteralShape& cut,
+                         const TranslationCache::Translated& shape) {
+    const QList<qsizetype> places = shape.places;  // the cache may change under the hook
+    QVariantList values;
+    values.reserve(places.size());
+    for (const qsizetype place : places) {
+        values << BoundValue(cut.literals[place]);
+        if (!values.back().isValid())
+            return false;
+    }
+    KeptStatements::Kept& kept = kept_->For(cut.shape);
+    if (kept.refused)
+        return false;
+    std::shared_ptr<QSqlQuery> query;
+    if (!kept.idle.empty()) {
+        query = std::move(kept.idle.back());
+        kept.idle.pop_back();
+    } else {
+        if (kept.text.isEmpty())
+            kept.text = shape.pieces.join(QLatin1Char('?'));
+        query = std::make_shared<QSqlQuery>(db_);
+        query->setForwardOnly(true);
+        if (!HoldsOneStatement(kept.text, engine()) || !query->prepare(kept.text)) {
+            qCDebug(lcDb).noquote() << "runs as text:" << kept.text;
+            kept.refused = true;
+            return false;
+        }
+    }
+    for (qsizetype i = 0; i < values.size(); ++i)
+        query->bindValue(static_cast<int>(i), values[i]);
+    if (hook_)
+        hook_(ran.statement_);
+    if (!query->exec()) {
+        // Dropped, not given back: the next run prepares anew (the table may have changed).
+        const DatabaseError error(DriverMessage(query->lastError()), ran.statement_);
+        qCWarning(lcDb).noquote() << error.describe();
+        throw error;
+    }
+    ran.query_ = std::move(query);
+    ran.shape_ = cut.shape;
+    ran.keeper_ = kept_;
+    return true;
+}
+
 int Connection::ExecuteTranslated(const QString& statement) {
     QSqlQuery query(db_);
     Send(query, statement);
@@ -198,6 +328,10 @@ QList<QStringList> Connection::OwnStatements(const QString& sql) const {
 }
 
 int Connection::Execute(const QString& sql) {
+    if (std::optional<LiteralShape> cut = CutLiterals(sql)) {
+        const RanStatement ran = Run(sql, cut);
+        return std::max(ran.query().numRowsAffected(), 0);
+    }
     const QList<QStringList> statements = OwnStatements(sql);
     if (statements.size() > 1) {
         const DatabaseError error(QStringLiteral("Only one statement may be sent at a time."), sql);
@@ -255,6 +389,13 @@ int Connection::RunPrepared(QSqlQuery& query, const QVariantList& values) {
 }
 
 qint64 Connection::InsertWithIdentity(const QString& insertSql) {
+    // The plain form: one INSERT.
+    if (std::optional<LiteralShape> cut = CutLiterals(insertSql);
+        cut && insertSql.trimmed().startsWith(QLatin1String("INSERT"), Qt::CaseInsensitive)) {
+        Run(insertSql, cut);
+        const Recordset key(*this, QStringLiteral("SELECT @@IDENTITY"));
+        return key.IsEmpty() || key.FieldCount() == 0 ? 0 : key.Long(0);
+    }
     // The server form arrives as one batch: its INSERT runs here, and the key is read on this
     // connection right after it, so another station's insert cannot be seen. Anything else in
     // the batch is refused.

@@ -9,12 +9,39 @@
 #include <QVariantList>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/db/database_error.h"
 #include "platform/db/engine.h"
 #include "platform/db/procedure.h"
+#include "platform/db/translation_cache.h"
 
 namespace orvo::db {
+
+class KeptStatements;
+
+// A statement a connection ran: its query, active and positioned before its first row, and the
+// statement's text as sent. A query that the connection keeps prepared goes back to it when this
+// goes (or to nothing, when the connection went first).
+class RanStatement {
+public:
+    RanStatement() = default;
+    RanStatement(RanStatement&&) = default;
+    RanStatement& operator=(RanStatement&&) = default;
+    RanStatement(const RanStatement&) = delete;
+    RanStatement& operator=(const RanStatement&) = delete;
+    ~RanStatement();
+
+    QSqlQuery& query() const { return *query_; }
+    const QString& statement() const { return statement_; }
+
+private:
+    friend class Connection;
+    std::shared_ptr<QSqlQuery> query_;
+    QString statement_;
+    QString shape_;  // of a kept query: the shape it runs
+    std::weak_ptr<KeptStatements> keeper_;
+};
 
 struct ConnectionOptions {
     Engine engine = Engine::Sqlite;
@@ -38,7 +65,8 @@ public:
     const ConnectionOptions& options() const { return options_; }
     QSqlDatabase& database() { return db_; }
 
-    // The statement as this connection sends it.
+    // The statement as this connection sends it. Statements of one shape with other values are
+    // translated once (TranslationCache).
     QString Translate(const QString& sql) const;
     // A statement of a shape run again and again with other values (a search as typed): the
     // shape, with a '?' for each value, is translated once on this connection; the values,
@@ -60,6 +88,14 @@ public:
     // both forms the suite sends: the plain INSERT, and the server batch
     // "SET NOCOUNT ON; INSERT ...; SELECT @@IDENTITY".
     qint64 InsertWithIdentity(const QString& insertSql);
+
+    // Translates one statement and runs it; a failure throws DatabaseError. On the embedded
+    // engine, a statement whose shape ran before (CutLiterals) runs through a query kept
+    // prepared for the shape with its values bound, so the engine does not read it again; what
+    // the statement hook and the messages see is still the whole statement.
+    RanStatement Run(const QString& sql);
+    // Runs one statement already translated.
+    RanStatement RunTranslated(QString statement);
 
     // Sends one statement, already translated, to the driver on this connection. Every
     // statement reaches the engine through here (a procedure call is checked the same way): a
@@ -113,6 +149,9 @@ private:
     };
     Shape& KeptShape(const QString& shape) const;
     int ExecuteTranslated(const QString& statement);
+    RanStatement Run(const QString& sql, const std::optional<LiteralShape>& cut);
+    bool RunKept(RanStatement& ran, const LiteralShape& cut,
+                 const TranslationCache::Translated& shape);
     QList<QStringList> OwnStatements(const QString& sql) const;
     void RequireOneStatement(const QString& statement) const;
 
@@ -125,6 +164,8 @@ private:
     // The shapes of Compose and of Prepared, by their text before translation: a shape is
     // translated once whichever way it is run. A few dozen at the most in a session.
     mutable QHash<QString, Shape> shapes_;
+    mutable TranslationCache translations_;
+    std::shared_ptr<KeptStatements> kept_;  // queries kept prepared by shape, embedded engine
     QSet<const QSqlQuery*> stale_;  // failed on their last run: prepared anew on the next use
 };
 

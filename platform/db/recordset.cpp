@@ -6,26 +6,23 @@
 namespace orvo::db {
 
 Recordset::Recordset(Connection& connection, const QString& sql)
-    : Recordset(connection, connection.Translate(sql), Translated{}) {}
+    : Recordset(connection.Run(sql)) {}
 
 Recordset::Recordset(Connection& connection, const QString& shape, const QStringList& literals)
-    : Recordset(connection, connection.Compose(shape, literals), Translated{}) {}
+    : Recordset(connection.RunTranslated(connection.Compose(shape, literals))) {}
 
-Recordset::Recordset(Connection& connection, QString statement, Translated)
-    : statement_(std::move(statement)), query_(connection.database()) {
-    query_.setForwardOnly(true);
-    connection.Send(query_, statement_);
-    const QSqlRecord record = query_.record();
+Recordset::Recordset(RanStatement ran) : ran_(std::move(ran)) {
+    const QSqlRecord record = ran_.query().record();
     names_.reserve(record.count());
     for (int i = 0; i < record.count(); ++i)
         names_.push_back(record.fieldName(i));
-    empty_ = !query_.next();
+    empty_ = !ran_.query().next();
     eof_ = empty_;
 }
 
 void Recordset::MoveNext() {
     if (!eof_)
-        eof_ = !query_.next();
+        eof_ = !ran_.query().next();
 }
 
 int Recordset::IndexOf(const QString& name) const {
@@ -49,15 +46,15 @@ int Recordset::RequireIndex(const QString& name) const {
     const int index = IndexOf(name);
     if (index < 0) {
         throw DatabaseError(QStringLiteral("No column named %1 in the result.").arg(name),
-                            statement_);
+                            statement());
     }
     return index;
 }
 
 QVariant Recordset::Value(int index) const {
     if (eof_)
-        throw DatabaseError(QStringLiteral("No current row."), statement_);
-    return query_.value(index);
+        throw DatabaseError(QStringLiteral("No current row."), statement());
+    return ran_.query().value(index);
 }
 
 QVariant Recordset::Value(const QString& name) const {

@@ -40,12 +40,11 @@ public:
     qint64 Long(const QString& name) const;
 
 private:
-    struct Translated {};
-    Recordset(Connection& connection, QString statement, Translated);
+    explicit Recordset(RanStatement ran);
     int RequireIndex(const QString& name) const;
+    const QString& statement() const { return ran_.statement(); }
 
-    QString statement_;
-    QSqlQuery query_;
+    RanStatement ran_;
     std::vector<QString> names_;
     mutable QHash<QString, int> index_;  // lower-case name to index, for wide results
     bool empty_ = true;

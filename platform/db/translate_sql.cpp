@@ -1595,6 +1595,115 @@ QStringList SplitAtPlaceholders(const QString& sql) {
     return pieces;
 }
 
+namespace {
+
+constexpr QChar kStandInMark = u'\x01';
+const QString kNumberStandInHead = u"707070"_s;
+
+QString Padded(qsizetype index) {
+    return u"%1"_s.arg(index, 7, 10, QLatin1Char('0'));
+}
+
+bool IsStatementWord(const Token& t) {
+    return t.kind == Kind::Word && AnyOf(t.text, "SELECT INSERT UPDATE DELETE"_L1);
+}
+
+// Whether the translation may rewrite or read this string: then its text stays in the shape.
+bool StringStaysInShape(const Token& t, const Token* before) {
+    return !t.text.startsWith(u'\'') || t.text.contains(u'\\') || t.text.contains(u'#') ||
+           IsIsoDateString(t.text) ||
+           (before && before->kind == Kind::Word && Same(before->text, "LIKE"_L1));
+}
+
+}  // namespace
+
+QString StringStandIn(qsizetype index) {
+    static const QStringList first = [] {
+        QStringList made;
+        for (int i = 0; i < 64; ++i)
+            made << u'\'' + kStandInMark + Padded(i) + kStandInMark + u'\'';
+        return made;
+    }();
+    return index < first.size() ? first[index]
+                                : u'\'' + kStandInMark + Padded(index) + kStandInMark + u'\'';
+}
+
+QString NumberStandIn(qsizetype index) {
+    static const QStringList first = [] {
+        QStringList made;
+        for (int i = 0; i < 64; ++i)
+            made << kNumberStandInHead + Padded(i);
+        return made;
+    }();
+    return index < first.size() ? first[index] : kNumberStandInHead + Padded(index);
+}
+
+bool MayHoldStandIn(QStringView text) {
+    return text.contains(kStandInMark) || text.contains(kNumberStandInHead);
+}
+
+std::optional<LiteralShape> CutLiterals(const QString& sql) {
+    if (MayHoldStandIn(sql))
+        return std::nullopt;
+    const Lexed lexed = Lex(sql, true);
+    if (!lexed.problem.isEmpty())
+        return std::nullopt;
+    LiteralShape out;
+    out.shape.reserve(sql.size());
+    const Token* before = nullptr;      // the last token that is not blank or a comment
+    const Token* beforeThat = nullptr;  // and the one before it
+    bool ended = false;                 // after the ';' that closes the statement
+    // What a value may stand for besides a value stays as written: what a query answers before
+    // its first FROM (a literal there names its column), and a number once ORDER or GROUP has
+    // come (ORDER BY 1 means the first column).
+    bool inSelectList = false;
+    bool numbersStay = false;
+    int depth = 0;
+    for (const Token& t : lexed.tokens) {
+        if (t.kind == Kind::Space || t.kind == Kind::Comment) {
+            out.shape += t.text;
+            continue;
+        }
+        if (ended || (!before && !IsStatementWord(t)))
+            return std::nullopt;
+        if (!before)
+            inSelectList = Same(t.text, "SELECT"_L1);
+        if (t.kind == Kind::Punct) {
+            if (t.text == u'?')
+                return std::nullopt;  // a mark for a value of its own
+            ended = t.text == u';';
+            depth += t.text == u'(' ? 1 : t.text == u')' ? -1 : 0;
+        } else if (t.kind == Kind::Word) {
+            if (depth == 0 && Same(t.text, "FROM"_L1))
+                inSelectList = false;
+            if (AnyOf(t.text, "ORDER GROUP"_L1))
+                numbersStay = true;
+        }
+        const bool topCount =
+            (before && before->kind == Kind::Word && Same(before->text, "TOP"_L1)) ||
+            (before && before->kind == Kind::Punct && before->text == u'(' && beforeThat &&
+             beforeThat->kind == Kind::Word && Same(beforeThat->text, "TOP"_L1));
+        const bool cut =
+            !inSelectList &&
+            ((t.kind == Kind::Number && !topCount && !numbersStay) ||
+             (t.kind == Kind::String && !StringStaysInShape(t, before)));
+        if (cut) {
+            if (out.literals.size() + 1 >= kMostStandIns)
+                return std::nullopt;
+            out.shape += t.kind == Kind::Number ? NumberStandIn(out.literals.size())
+                                                : StringStandIn(out.literals.size());
+            out.literals << t.text;  // borrows from sql, as the tokens do
+        } else {
+            out.shape += t.text;
+        }
+        beforeThat = before;
+        before = &t;
+    }
+    if (!before)
+        return std::nullopt;
+    return out;
+}
+
 QStringList SplitSqlStatements(const QString& sql) {
     const std::optional<Tokens> tokens = Read(sql, "cannot split");
     if (!tokens)

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include "platform/db/engine.h"
+#include "platform/db/translate_sql.h"
+
+namespace orvo::db {
+
+// What a connection's statements become on its engine, remembered by their shape: the statement
+// with its values cut out (CutLiterals). A writer sends the same few shapes again and again with
+// other values, so each shape is translated once, checked once against the whole statement's
+// translation, and from then on only has the values put back. Anything that cannot be cut, or
+// whose shape's translation did not give the statement's own, is translated whole every time.
+class TranslationCache {
+public:
+    explicit TranslationCache(Engine engine) : engine_(engine) {}
+
+    // A shape's translation cut at its stand-ins: the value of `places[i]` goes between
+    // pieces[i] and pieces[i + 1]. A shape that cannot be filled is kept unusable, so that it
+    // is not tried again.
+    struct Translated {
+        QStringList pieces;
+        QList<qsizetype> places;
+        bool usable = false;
+    };
+
+    // The same text as TranslateSql(sql, engine).
+    QString Translate(const QString& sql);
+    // The same, for a statement already cut (CutLiterals); `*shape` is set to its shape's
+    // translation when that gives the statement's own, and to null otherwise.
+    QString Translate(const QString& sql, const std::optional<LiteralShape>& cut,
+                      const Translated** shape);
+
+    static QString Fill(const Translated& translated, const QStringList& literals);
+
+    qsizetype size() const { return shapes_.size(); }
+
+private:
+    static qsizetype StandInAt(const QString& text, qsizetype at, qsizetype* length);
+    static Translated Cut(const QString& translatedShape, qsizetype literalCount);
+
+    Engine engine_;
+    QHash<QString, Translated> shapes_;
+};
+
+}  // namespace orvo::db
