@@ -185,7 +185,8 @@ void RunBare(benchmark::State& state, bool transactionPerChange) {
         if (transactionPerChange && !sqlite)
             Exec(query, QStringLiteral("BEGIN"));  // the embedded engine's is recorded
         for (const QString& sql : change) {
-            if (!transactionPerChange && sql.startsWith(QLatin1String("BEGIN"), Qt::CaseInsensitive))
+            if (!transactionPerChange &&
+                sql.startsWith(QLatin1String("BEGIN"), Qt::CaseInsensitive))
                 continue;  // the bare list runs in the one transaction around it
             Exec(query, sql);
             while (query.next())

@@ -68,9 +68,8 @@ QVariant BoundValue(const QString& literal) {
             .replace(QStringLiteral("''"), QStringLiteral("'"));
     }
     bool ok = false;
-    const bool whole = std::all_of(literal.begin(), literal.end(), [](QChar c) {
-        return c.isDigit() && c.unicode() < 128;
-    });
+    const bool whole = std::all_of(literal.begin(), literal.end(),
+                                   [](QChar c) { return c.isDigit() && c.unicode() < 128; });
     if (whole) {
         const qint64 value = literal.toLongLong(&ok);
         return ok ? QVariant(value) : QVariant();

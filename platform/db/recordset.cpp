@@ -5,8 +5,7 @@
 
 namespace orvo::db {
 
-Recordset::Recordset(Connection& connection, const QString& sql)
-    : Recordset(connection.Run(sql)) {}
+Recordset::Recordset(Connection& connection, const QString& sql) : Recordset(connection.Run(sql)) {}
 
 Recordset::Recordset(Connection& connection, const QString& shape, const QStringList& literals)
     : Recordset(connection.RunTranslated(connection.Compose(shape, literals))) {}

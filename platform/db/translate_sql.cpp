@@ -1684,9 +1684,8 @@ std::optional<LiteralShape> CutLiterals(const QString& sql) {
             (before && before->kind == Kind::Punct && before->text == u'(' && beforeThat &&
              beforeThat->kind == Kind::Word && Same(beforeThat->text, "TOP"_L1));
         const bool cut =
-            !inSelectList &&
-            ((t.kind == Kind::Number && !topCount && !numbersStay) ||
-             (t.kind == Kind::String && !StringStaysInShape(t, before)));
+            !inSelectList && ((t.kind == Kind::Number && !topCount && !numbersStay) ||
+                              (t.kind == Kind::String && !StringStaysInShape(t, before)));
         if (cut) {
             if (out.literals.size() + 1 >= kMostStandIns)
                 return std::nullopt;

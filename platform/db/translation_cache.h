@@ -17,7 +17,11 @@ namespace orvo::db {
 // whose shape's translation did not give the statement's own, is translated whole every time.
 class TranslationCache {
 public:
-    explicit TranslationCache(Engine engine) : engine_(engine) {}
+    // Debug builds (the tests) hold every statement filled from a shape to its whole
+    // translation, logging and sending the whole one on a difference; `holdToWhole` false
+    // leaves that out, so a test can see what the shapes alone give.
+    explicit TranslationCache(Engine engine, bool holdToWhole = kDebugBuild)
+        : engine_(engine), holdToWhole_(holdToWhole) {}
 
     // A shape's translation cut at its stand-ins: the value of `places[i]` goes between
     // pieces[i] and pieces[i + 1]. A shape that cannot be filled is kept unusable, so that it
@@ -40,10 +44,16 @@ public:
     qsizetype size() const { return shapes_.size(); }
 
 private:
+#ifdef NDEBUG
+    static constexpr bool kDebugBuild = false;
+#else
+    static constexpr bool kDebugBuild = true;
+#endif
     static qsizetype StandInAt(const QString& text, qsizetype at, qsizetype* length);
     static Translated Cut(const QString& translatedShape, qsizetype literalCount);
 
     Engine engine_;
+    bool holdToWhole_;
     QHash<QString, Translated> shapes_;
 };
 

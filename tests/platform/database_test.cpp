@@ -311,6 +311,62 @@ TEST_P(DatabaseTest, PreparedStatementsAreKeptAndBoundAndSurviveAFailure) {
     kept.finish();
 }
 
+// Statements of one shape with other values: on the embedded engine they run through a query
+// kept prepared with the values bound, which must read and write exactly what the statement
+// written out does; the hook and the errors still see the whole statement.
+TEST_P(DatabaseTest, StatementsOfOneShapeRunAsWrittenWhateverTheirValues) {
+    QStringList seen;
+    db().SetStatementHook([&seen](const QString& statement) { seen << statement; });
+    const std::pair<const char*, const char*> rows[] = {
+        {"O''Brien & Peña", "Zürich"}, {"Delta", "Köln"}, {"a;b -- c ?", ""}, {"12", "0012"}};
+    for (const auto& [name, city] : rows) {
+        db().Execute(
+            QStringLiteral("INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('%1', '%2')")
+                .arg(QString::fromUtf8(name), QString::fromUtf8(city)));
+    }
+    db().SetStatementHook({});
+    EXPECT_TRUE(seen.contains(db().Translate(
+        QStringLiteral("INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('Delta', 'Köln')"))));
+
+    // Two reads of one shape open at once each read their own row.
+    const QString byKey =
+        QStringLiteral("SELECT InsCoNam, InsCoCit FROM InsCoTable WHERE InsCoInd = %1");
+    db::Recordset first(db(), byKey.arg(1));
+    db::Recordset second(db(), byKey.arg(2));
+    EXPECT_EQ(first.Text(0), "O'Brien & Peña");
+    EXPECT_EQ(second.Text(1), "Köln");
+    // A number in text is text, a text of digits is not a number, and case folds as written.
+    EXPECT_EQ(
+        db::ReadScalar(db(), "SELECT InsCoCit FROM InsCoTable WHERE InsCoNam = '12'").toString(),
+        "0012");
+    EXPECT_EQ(
+        db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable WHERE InsCoCit = 'zürich'").toInt(),
+        1);
+    EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable WHERE InsCoInd > 2.5").toInt(),
+              2);
+    // ORDER BY a number still means a column.
+    for (int run = 0; run < 2; ++run) {
+        db::Recordset ordered(
+            db(), QStringLiteral("SELECT InsCoNam FROM InsCoTable WHERE InsCoInd > %1 ORDER BY 1")
+                      .arg(run));
+        EXPECT_EQ(ordered.Text(0), "12");
+    }
+
+    // A statement that fails under a changed table says so with its values, and runs again
+    // once the table is back.
+    db().Execute("ALTER TABLE InsCoTable RENAME TO InsCoGone");
+    try {
+        db::Recordset gone(db(), byKey.arg(3));
+        FAIL() << "no error";
+    } catch (const db::DatabaseError& error) {
+        EXPECT_TRUE(error.statement().contains("InsCoInd = 3")) << error.statement().toStdString();
+    }
+    db().Execute("ALTER TABLE InsCoGone RENAME TO InsCoTable");
+    EXPECT_EQ(db::Recordset(db(), byKey.arg(3)).Text(0), "a;b -- c ?");
+    EXPECT_EQ(db().Execute("UPDATE InsCoTable SET InsCoCit = 'Genève' WHERE InsCoInd = 4"), 1);
+    EXPECT_EQ(db::Recordset(db(), byKey.arg(4)).Text(1), "Genève");
+}
+
 // Every subsystem declares its columns through the same helpers: a number or a flag that an
 // insert leaves out reads 0, and a flag is a small integer the statements compare with 0 and 1.
 TEST_P(DatabaseTest, DeclaredNumbersAndFlagsReadZeroWhenLeftOut) {

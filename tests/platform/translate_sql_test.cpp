@@ -1,5 +1,6 @@
 #include "platform/db/translate_sql.h"
 #include "platform/db/one_statement.h"
+#include "platform/db/translation_cache.h"
 
 #include <gtest/gtest.h>
 #include <QLoggingCategory>
@@ -453,6 +454,36 @@ TEST(SplitSqlStatements, CutsOnlyAtSemicolonsThatEndAStatement) {
               "SELECT 'a;b");
 }
 
+// What is cut out of a statement is only what could as well be bound as a parameter and what
+// the translation never looks into.
+TEST(CutLiterals, CutsValuesAndLeavesWhatTheStatementReadsOtherwise) {
+    const auto shape = [](const QString& sql) {
+        const std::optional<LiteralShape> cut = CutLiterals(sql);
+        if (!cut)
+            return std::string("(not cut)");
+        QString text = cut->shape;
+        for (qsizetype i = 0; i < cut->literals.size(); ++i)
+            text.replace(cut->literals[i].startsWith(u'\'') ? StringStandIn(i) : NumberStandIn(i),
+                         u"<"_s + cut->literals[i] + u">"_s);
+        return text.toStdString();
+    };
+    EXPECT_EQ(shape(u"UPDATE PATable SET pLASNAM = 'Peña', pAge = 4.5 WHERE pID = 6;"_s),
+              "UPDATE PATable SET pLASNAM = <'Peña'>, pAge = <4.5> WHERE pID = <6>;");
+    EXPECT_EQ(shape(u"SELECT TOP 5 'k', 1, (SELECT 2 FROM t WHERE a = 3) FROM PATable "
+                    "WHERE pID = 4 GROUP BY pID HAVING count(*) > 5 ORDER BY 1"_s),
+              "SELECT TOP 5 'k', 1, (SELECT 2 FROM t WHERE a = 3) FROM PATable "
+              "WHERE pID = <4> GROUP BY pID HAVING count(*) > 5 ORDER BY 1");
+    EXPECT_EQ(shape(uR"(DELETE FROM t WHERE a LIKE 'x%' AND b = 'a\b' AND c = '2024-01-02' )"
+                    uR"(AND d = #1/2/2024# AND e = '#' AND f = 'ok' AND g IN (1, 2))"_s),
+              R"(DELETE FROM t WHERE a LIKE 'x%' AND b = 'a\b' AND c = '2024-01-02' )"
+              R"(AND d = #1/2/2024# AND e = '#' AND f = <'ok'> AND g IN (<1>, <2>))");
+    EXPECT_EQ(shape(u"INSERT INTO t (a) VALUES (?)"_s), "(not cut)");
+    EXPECT_EQ(shape(u"SELECT 1; SELECT 2"_s), "(not cut)");
+    EXPECT_EQ(shape(u"CREATE TABLE t (a INTEGER DEFAULT 0)"_s), "(not cut)");
+    EXPECT_EQ(shape(u"SELECT a FROM t WHERE b = 'open"_s), "(not cut)");
+    EXPECT_EQ(shape(u"SELECT a FROM t WHERE b = 7070700000001"_s), "(not cut)");
+}
+
 class TranslatedCorpus : public testing::TestWithParam<Engine> {};
 
 TEST_P(TranslatedCorpus, TranslatingTwiceGivesWhatTranslatingOnceGave) {
@@ -461,6 +492,38 @@ TEST_P(TranslatedCorpus, TranslatingTwiceGivesWhatTranslatingOnceGave) {
         EXPECT_EQ(TranslateSql(once, GetParam()).toStdString(), once.toStdString())
             << sql.toStdString();
     }
+}
+
+// Statements that differ only in their values share a shape. Whatever values a statement of a
+// shape carries (accents, quotes, semicolons, marks, and values that a shape must not take: an
+// ISO date, a backslash, a number sign), what the shape gives is what translating it whole gives.
+TEST_P(TranslatedCorpus, ShapesFilledWithOtherValuesTranslateAsTheirStatementsWhole) {
+    const QStringList strings = {u"'Peña'"_s,       u"'O''Brien'"_s,   u"''"_s,
+                                 u"'a;b -- c ?'"_s, u"'2024-01-02'"_s, uR"('back\slash')"_s,
+                                 u"'#1/2/2024#'"_s, u"'Zoë \"Q\"'"_s,  u"'12'"_s};
+    const QStringList numbers = {u"0"_s, u"12345678901234567890"_s, u"3.25"_s, u"1e3"_s, u"7"_s};
+    int cut = 0;
+    for (const QString& sql : test::SqlCorpus()) {
+        const std::optional<LiteralShape> original = CutLiterals(sql);
+        if (!original)
+            continue;
+        ++cut;
+        TranslationCache cache(GetParam(), false);
+        EXPECT_EQ(cache.Translate(sql).toStdString(), TranslateSql(sql, GetParam()).toStdString());
+        for (qsizetype round = 0; round < strings.size(); ++round) {
+            QString other = original->shape;
+            for (qsizetype i = 0; i < original->literals.size(); ++i) {
+                if (original->literals[i].startsWith(u'\''))
+                    other.replace(StringStandIn(i), strings[(i + round) % strings.size()]);
+                else
+                    other.replace(NumberStandIn(i), numbers[(i + round) % numbers.size()]);
+            }
+            EXPECT_EQ(cache.Translate(other).toStdString(),
+                      TranslateSql(other, GetParam()).toStdString())
+                << sql.toStdString();
+        }
+    }
+    EXPECT_GT(cut, 60);
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, TranslatedCorpus, testing::ValuesIn(test::AllEngines()),
