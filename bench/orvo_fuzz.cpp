@@ -2,7 +2,9 @@
 // undefined operation (built with the sanitizers, they stop the run), or a broken promise.
 //
 //   orvo_fuzz sql [COUNT] [SEED]    statements seeded from the SQL corpus, translated for both
-//                                    engines; translating the result again must change nothing
+//                                    engines; translating the result again must change nothing,
+//                                    and a statement of the same shape with other values must
+//                                    translate through the shape as it does whole
 //   orvo_fuzz text [COUNT] [SEED]   city, state and zip lines, new-record commands, labelled
 //                                    command lines and start-method texts, each through the
 //                                    parser that reads it
@@ -34,6 +36,7 @@
 #include "people/find_person.h"
 #include "platform/db/one_statement.h"
 #include "platform/db/translate_sql.h"
+#include "platform/db/translation_cache.h"
 #include "platform/schema/schema.h"
 #include "tests/support/sql_corpus.h"
 #include "tools/calculator.h"
@@ -187,6 +190,23 @@ struct Findings {
     }
 };
 
+// The statement's shape with other values of each kind in place of its own.
+QString WithOtherValues(const orvo::db::LiteralShape& cut, Mutator& mutator) {
+    static const QStringList strings = {"'Peña'",       "'O''Brien'", "''",    "'a;b -- c ?'",
+                                        "'2024-01-02'", "'b\\s'",     "'#1#'", "'12'"};
+    static const QStringList numbers = {"0", "12345678901234567890", "3.25", "1e3", "7"};
+    QString text = cut.shape;
+    for (qsizetype i = 0; i < cut.literals.size(); ++i) {
+        if (cut.literals[i].startsWith(u'\''))
+            text.replace(orvo::db::StringStandIn(i),
+                         strings[mutator.Below(static_cast<int>(strings.size()))]);
+        else
+            text.replace(orvo::db::NumberStandIn(i),
+                         numbers[mutator.Below(static_cast<int>(numbers.size()))]);
+    }
+    return text;
+}
+
 void FuzzSql(qint64 count, quint32 seed, Findings& findings) {
     const QStringList corpus = orvo::test::SqlCorpus();
     Mutator mutator(seed);
@@ -206,6 +226,17 @@ void FuzzSql(qint64 count, quint32 seed, Findings& findings) {
                 findings.Report(
                     engine == Engine::Sqlite ? "not idempotent (sqlite)" : "not idempotent (pg)",
                     input, "once:   " + once + "\n  twice:  " + twice);
+            }
+            if (const auto cut = orvo::db::CutLiterals(input)) {
+                orvo::db::TranslationCache cache(engine, false);
+                cache.Translate(input);
+                const QString other = WithOtherValues(*cut, mutator);
+                const QString shaped = cache.Translate(other);
+                const QString whole = orvo::db::TranslateSql(other, engine);
+                if (shaped != whole) {
+                    findings.Report("shape translated otherwise", other,
+                                    "shape:  " + shaped + "\n  whole:  " + whole);
+                }
             }
         }
         orvo::db::SplitSqlStatements(input);

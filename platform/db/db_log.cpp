@@ -1,4 +1,4 @@
 #include "platform/db/db_log.h"
 
-Q_LOGGING_CATEGORY(lcDb, "orvo.db")
+Q_LOGGING_CATEGORY(lcDb, "orvo.db", QtInfoMsg)
 Q_LOGGING_CATEGORY(lcSql, "orvo.sql")
