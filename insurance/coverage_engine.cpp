@@ -4,6 +4,7 @@
 #include <QSet>
 #include <QTime>
 
+#include "component/identity_insert.h"
 #include "platform/db/connection.h"
 #include "platform/db/recordset.h"
 #include "platform/db/sql_text.h"
@@ -60,15 +61,7 @@ public:
         return today_;
     }
 
-    // Inserts and answers the new key, in the form the engine of the session takes.
-    int InsertWithNewKey(const QString& insert) {
-        if (gic_.GetDatabaseKind() == 2) {
-            return static_cast<int>(connection_.InsertWithIdentity(
-                QStringLiteral("SET NOCOUNT ON; ") + gic_.TranslateSql(insert) +
-                QStringLiteral("; SELECT @@IDENTITY")));
-        }
-        return static_cast<int>(connection_.InsertWithIdentity(insert));
-    }
+    int InsertWithNewKey(const QString& insert) { return orvo::InsertWithNewKey(gic_, insert); }
 
 private:
     void TransactionLock(int key, int id) {

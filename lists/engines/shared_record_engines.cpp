@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QTime>
 
+#include "component/identity_insert.h"
 #include "insurance/coverage_engine.h"
 #include "insurance/coverage_reads.h"
 #include "platform/db/connection.h"
@@ -63,14 +64,7 @@ public:
                QLocale::c().toString(QTime::currentTime(), QStringLiteral("hh:mm ap"));
     }
 
-    int InsertWithNewKey(const QString& insert) {
-        if (gic_.GetDatabaseKind() == 2) {
-            return static_cast<int>(connection_.InsertWithIdentity(
-                QStringLiteral("SET NOCOUNT ON; ") + gic_.TranslateSql(insert) +
-                QStringLiteral("; SELECT @@IDENTITY")));
-        }
-        return static_cast<int>(connection_.InsertWithIdentity(insert));
-    }
+    int InsertWithNewKey(const QString& insert) { return orvo::InsertWithNewKey(gic_, insert); }
 
     void Note(int person, const QString& source, const QString& text) {
         gic_.WriteLogLine(person, kEngineNoteType, source, kEngineNoteField, text);

@@ -388,34 +388,28 @@ int Connection::RunPrepared(QSqlQuery& query, const QVariantList& values) {
 }
 
 qint64 Connection::InsertWithIdentity(const QString& insertSql) {
-    // The plain form: one INSERT.
-    if (std::optional<LiteralShape> cut = CutLiterals(insertSql);
-        cut && insertSql.trimmed().startsWith(QLatin1String("INSERT"), Qt::CaseInsensitive)) {
-        Run(insertSql, cut);
-        const Recordset key(*this, QStringLiteral("SELECT @@IDENTITY"));
-        return key.IsEmpty() || key.FieldCount() == 0 ? 0 : key.Long(0);
+    // Both forms come down to one INSERT, run here, and the key read on this connection right
+    // after it, so another station's insert cannot be seen. The server form arrives as one
+    // batch, "SET NOCOUNT ON; INSERT ...; SELECT @@IDENTITY"; anything else in it is refused.
+    QString insert;
+    int others = 0;
+    const QStringList statements = insertSql.contains(QLatin1Char(';'))
+                                       ? SplitSqlStatements(insertSql)
+                                       : QStringList{insertSql.trimmed()};
+    for (const QString& statement : statements) {
+        if (statement.startsWith(QLatin1String("INSERT"), Qt::CaseInsensitive) &&
+            insert.isEmpty()) {
+            insert = statement;
+        } else if (!IsIdentityQuery(statement) && !Translate(statement).trimmed().isEmpty()) {
+            ++others;  // SET NOCOUNT ON translates to nothing
+        }
     }
-    // The server form arrives as one batch: its INSERT runs here, and the key is read on this
-    // connection right after it, so another station's insert cannot be seen. Anything else in
-    // the batch is refused.
-    QStringList inserts;
-    bool insertFirst = false;
-    for (const QString& statement : SplitSqlStatements(insertSql)) {
-        if (IsIdentityQuery(statement))
-            continue;
-        const QString translated = Translate(statement).trimmed();
-        if (translated.isEmpty())
-            continue;  // SET NOCOUNT ON
-        insertFirst =
-            inserts.isEmpty() && statement.startsWith(QLatin1String("INSERT"), Qt::CaseInsensitive);
-        inserts << translated;
-    }
-    if (inserts.size() != 1 || !insertFirst) {
+    if (insert.isEmpty() || others > 0) {
         throw DatabaseError(
             QStringLiteral("Expected one INSERT, and at most the query of its key."), insertSql);
     }
-    ExecuteTranslated(inserts.front());
-    const Recordset key(*this, QStringLiteral("SELECT @@IDENTITY"), QStringList());
+    Run(insert);
+    const Recordset key(*this, QStringLiteral("SELECT @@IDENTITY"));
     return key.IsEmpty() || key.FieldCount() == 0 ? 0 : key.Long(0);
 }
 
