@@ -1,5 +1,7 @@
 #include "platform/db/one_statement.h"
 
+#include <QString>
+
 #include "platform/db/sql_scan.h"
 
 namespace orvo::db {
@@ -13,9 +15,18 @@ qsizetype OrEnd(QStringView s, qsizetype end) {
     return end < 0 ? s.size() : end;
 }
 
+bool SameWord(QStringView word, QLatin1StringView expected) {
+    return word.compare(expected, Qt::CaseInsensitive) == 0;
+}
+
 bool OneStatement(QStringView s, Engine engine, bool backslashInStrings) {
     const bool pg = engine == Engine::Postgres;
     bool ended = false;  // a ';' was read: nothing but blanks and comments may follow
+    // The embedded engine's CREATE [TEMP] TRIGGER holds statements of its own, each ended by a
+    // ';': there, as the engine reads it, only a ';' right after the word END ends the whole.
+    int words = 0;
+    bool trigger = false;
+    QStringView lastWord;
     for (qsizetype i = 0; i < s.size();) {
         const QChar c = s[i];
         const QChar d = i + 1 < s.size() ? s[i + 1] : QChar();
@@ -33,7 +44,8 @@ bool OneStatement(QStringView s, Engine engine, bool backslashInStrings) {
             continue;
         }
         if (c == u';') {
-            ended = true;
+            ended = !trigger || SameWord(lastWord, QLatin1StringView("END"));
+            lastWord = {};
             ++i;
             continue;
         }
@@ -55,11 +67,25 @@ bool OneStatement(QStringView s, Engine engine, bool backslashInStrings) {
                    !scan::DollarTag(s, i).isEmpty()) {
             i = OrEnd(s, scan::EndOfDollarQuote(s, i, scan::DollarTag(s, i)));
         } else if (IsIdentPart(c)) {
+            const qsizetype start = i;
             while (i < s.size() && IsIdentPart(s[i]))
                 ++i;
+            lastWord = s.sliced(start, i - start);
+            if (!pg && words < 3) {
+                const bool create = words == 0 && SameWord(lastWord, QLatin1StringView("CREATE"));
+                const bool temp =
+                    words == 1 && (SameWord(lastWord, QLatin1StringView("TEMP")) ||
+                                   SameWord(lastWord, QLatin1StringView("TEMPORARY")));
+                if (words > 0 && SameWord(lastWord, QLatin1StringView("TRIGGER")))
+                    trigger = true;
+                // Counting stops at the first word that is not the statement's opening.
+                words = create || temp ? words + 1 : 3;
+            }
+            continue;
         } else {
             ++i;
         }
+        lastWord = {};
     }
     return true;
 }

@@ -400,6 +400,22 @@ TEST(TranslateSql, BackslashesGoToTheServerInTheEscapeForm) {
     EXPECT_EQ(TranslateSql(glued, Engine::Postgres), glued);
 }
 
+TEST(TranslateSql, AnEmbeddedTriggerIsOneStatementUpToItsEnd) {
+    const auto one = [](const char* sql, Engine engine = Engine::Sqlite) {
+        return HoldsOneStatement(QString::fromUtf8(sql), engine);
+    };
+    EXPECT_TRUE(
+        one("CREATE TRIGGER t AFTER DELETE ON a BEGIN DELETE FROM b WHERE x = OLD.x; "
+            "INSERT INTO c VALUES ('end;'); END;"));
+    EXPECT_TRUE(one("create temp trigger t after delete on a begin delete from b; end"));
+    EXPECT_FALSE(one("CREATE TRIGGER t AFTER DELETE ON a BEGIN DELETE FROM b; END; DROP TABLE a"));
+    EXPECT_FALSE(one("CREATE TABLE trigger (x); DROP TABLE a"));
+    EXPECT_FALSE(one("SELECT 1 AS trigger; DROP TABLE a"));
+    // The server has no such bodies: there every ';' outside quotes ends a statement.
+    EXPECT_FALSE(
+        one("CREATE TRIGGER t AFTER DELETE ON a BEGIN DELETE FROM b; END", Engine::Postgres));
+}
+
 TEST(TranslateSql, TextInsideLiteralsAndQuotedNamesIsNeverRewritten) {
     EXPECT_BOTH(
         "SELECT 'O''Brien', ' #1/1/2020# [x] TOP 5 + TRUE dbo.t Ucase(a) ', \"[a] + 'b'\" "
