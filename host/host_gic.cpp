@@ -320,13 +320,15 @@ QString HostGIC::MakeDefaultInitials(int personId, const QString& lastName,
 void HostGIC::SetPatientStatus(int personId, const QString& status) {
     RecordPatientStatus(GetConnection(), Author(), personId, status);
 }
+// The family-head list needs nothing here: the database keeps it (FamilyHeadUpkeepStatements).
 void HostGIC::NotifyPersonChanged(int personId) {
-    RefreshFamilyHeadIndex(GetConnection(), personId);
     NoteChangedPerson(personId);
 }
 void HostGIC::NoteChangedPerson(int personId) {
-    if (!changedPersons_.contains(personId))
+    if (!changedSeen_.contains(personId)) {
+        changedSeen_.insert(personId);
         changedPersons_ << personId;
+    }
 }
 QString HostGIC::GetPersonName(int personId, const QString& separator, const QString& extraField) {
     return PersonDisplayName(GetConnection(), personId, separator, extraField);

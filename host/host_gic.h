@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 #include <optional>
 #include <utility>
@@ -181,7 +182,10 @@ public:
     QString planTitle() const { return planTitle_; }
     // The persons NotifyPersonChanged and the coverage notices have named since the last
     // TakeChangedPersons, in order: what the host has to show anew once the component returns.
-    QList<int> TakeChangedPersons() { return std::exchange(changedPersons_, {}); }
+    QList<int> TakeChangedPersons() {
+        changedSeen_.clear();
+        return std::exchange(changedPersons_, {});
+    }
     // The record a screen last ended on (SetActiveRecord): its id and kind ("PAT").
     std::pair<int, QString> activeRecord() const { return activeRecord_; }
     // How often the component said the plans changed (NotifyPlanListChanged).
@@ -215,7 +219,8 @@ private:
     QString planTitle_;
     bool goToQuickAppoint_ = false;
     std::pair<int, QString> activeRecord_;
-    QList<int> changedPersons_;
+    QList<int> changedPersons_;  // in the order noted
+    QSet<int> changedSeen_;
 };
 
 }  // namespace orvo::host

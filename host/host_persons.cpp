@@ -4,7 +4,8 @@
 // the operations write:
 //
 //   SetPatientStatus      a row of PatStaTable (person, status, date, login); nothing on PATable
-//   NotifyPersonChanged   the person's row of FMIndTable, when the head list no longer matches
+//   NotifyPersonChanged   nothing: it notes the person for the host's own display. FMIndTable
+//                         is kept by the database itself (see FamilyHeadUpkeepStatements)
 //   SaveBoundFields       the bound columns of the row the fields were read from (bound_records)
 //   PersonRoleAdded       PWMTable.PWMPid of the login named, and a note line for the person
 //   RestorePersonRecalls  RecTable.rStage back to 0 (due) for the person's entries whose
@@ -56,7 +57,82 @@ QStringList CandidateInitials(const QString& lastName, const QString& firstName)
     return out;
 }
 
+// The family-head rule said of a trigger's row (NEW or OLD): 1 for a head, else 0, never null.
+QString HeadOf(const QString& row) {
+    static const QRegularExpression kColumn(QStringLiteral("\\b(pFAMHEAIND|pID|pTypPat)\\b"));
+    QString test = kFamilyHeadFilter;
+    test.replace(kColumn, row + QStringLiteral(".\\1"));
+    return QStringLiteral("(CASE WHEN %1 THEN 1 ELSE 0 END)").arg(test);
+}
+
 }  // namespace
+
+QStringList FamilyHeadUpkeepStatements(db::Engine engine) {
+    const QString newHead = HeadOf(QStringLiteral("NEW"));
+    const QString oldHead = HeadOf(QStringLiteral("OLD"));
+    const QString listColumns = QStringLiteral("FMIndLASNAM, FMIndFirNAM, FMIndPatTabID");
+    const QString listValues = QStringLiteral("NEW.pLASNAM, NEW.pFIRNAM, NEW.pID");
+    const QString insertRow =
+        QStringLiteral("INSERT INTO FMIndTable (%1) VALUES (%2)").arg(listColumns, listValues);
+    const QString deleteRow =
+        QStringLiteral("DELETE FROM FMIndTable WHERE FMIndPatTabID = OLD.pID");
+    const QString columns = QStringLiteral("pLASNAM, pFIRNAM, pFAMHEAIND, pTypPat");
+    // Names are compared as stored, so that a change of letter case reaches the list too.
+    const bool pg = engine == db::Engine::Postgres;
+    const QString renamed = pg ? QStringLiteral(
+                                     "OLD.pLASNAM::text IS DISTINCT FROM NEW.pLASNAM::text OR "
+                                     "OLD.pFIRNAM::text IS DISTINCT FROM NEW.pFIRNAM::text")
+                               : QStringLiteral(
+                                     "OLD.pLASNAM IS NOT NEW.pLASNAM COLLATE BINARY OR "
+                                     "OLD.pFIRNAM IS NOT NEW.pFIRNAM COLLATE BINARY");
+    // An update fires only when the person joins or leaves the heads, or a head's name changes:
+    // a role change of anyone else costs nothing.
+    const QString updateWhen =
+        QStringLiteral("%1 <> %2 OR (%2 = 1 AND (%3))").arg(oldHead, newHead, renamed);
+    if (!pg) {
+        return {QStringLiteral("CREATE TRIGGER IF NOT EXISTS FamilyHeadsOnInsert AFTER INSERT ON "
+                               "PATable WHEN %1 = 1 BEGIN %2; END")
+                    .arg(newHead, insertRow),
+                QStringLiteral("CREATE TRIGGER IF NOT EXISTS FamilyHeadsOnDelete AFTER DELETE ON "
+                               "PATable BEGIN %1; END")
+                    .arg(deleteRow),
+                QStringLiteral("CREATE TRIGGER IF NOT EXISTS FamilyHeadsOnUpdate AFTER UPDATE OF "
+                               "%1 ON PATable WHEN %2 BEGIN %3; INSERT INTO FMIndTable (%4) "
+                               "SELECT %5 WHERE %6 = 1; END")
+                    .arg(columns, updateWhen, deleteRow, listColumns, listValues, newHead)};
+    }
+    // The function names its tables plainly: it runs under the search path of the practice's
+    // schema, which it keeps from when it was made.
+    QStringList statements{
+        QStringLiteral("CREATE OR REPLACE FUNCTION orvo_family_heads() RETURNS trigger LANGUAGE "
+                       "plpgsql SET search_path FROM CURRENT AS $heads$\n"
+                       "BEGIN\n"
+                       "    IF TG_OP <> 'INSERT' THEN\n"
+                       "        %1;\n"
+                       "    END IF;\n"
+                       "    IF TG_OP <> 'DELETE' AND %2 = 1 THEN\n"
+                       "        %3;\n"
+                       "    END IF;\n"
+                       "    RETURN NULL;\n"
+                       "END\n"
+                       "$heads$")
+            .arg(deleteRow, newHead, insertRow)};
+    const QStringList triggers{
+        QStringLiteral(
+            "orvo_family_heads_insert AFTER INSERT ON PATable FOR EACH ROW WHEN (%1 = 1)")
+            .arg(newHead),
+        QStringLiteral("orvo_family_heads_delete AFTER DELETE ON PATable FOR EACH ROW"),
+        QStringLiteral("orvo_family_heads_update AFTER UPDATE OF %1 ON PATable FOR EACH ROW WHEN "
+                       "(%2)")
+            .arg(columns, updateWhen)};
+    for (const QString& trigger : triggers) {
+        statements << QStringLiteral("DROP TRIGGER IF EXISTS %1 ON PATable")
+                          .arg(trigger.section(QLatin1Char(' '), 0, 0))
+                   << QStringLiteral("CREATE TRIGGER %1 EXECUTE FUNCTION orvo_family_heads()")
+                          .arg(trigger);
+    }
+    return statements;
+}
 
 void DeclarePersonHostTables(schema::Catalog& catalog) {
     schema::Table statuses{kPatientStatusTable, {}, {{QStringLiteral("psPID")}}};
@@ -67,62 +143,20 @@ void DeclarePersonHostTables(schema::Catalog& catalog) {
                      << schema::Column{QStringLiteral("psDat"), schema::ColumnType::Date}
                      << schema::Column{QStringLiteral("psUseNam"), schema::ColumnType::Text, 30};
     catalog.Add(statuses);
-}
 
-void RefreshFamilyHeadIndex(db::Connection& connection, int personId) {
-    // One read tells both sides: whether the person is a head now, and what the list holds. It
-    // runs on every change of a person, so it is kept prepared.
-    static const QString kRead = QStringLiteral(
-                                     "SELECT pLASNAM, pFIRNAM, CASE WHEN %1 THEN 1 ELSE 0 END, "
-                                     "FMIndLASNAM, FMIndFirNAM, FMIndPatTabID FROM PATable LEFT "
-                                     "JOIN FMIndTable ON FMIndPatTabID = pID WHERE pID = ?")
-                                     .arg(kFamilyHeadFilter);
-    QSqlQuery& rs = connection.Prepared(kRead);
-    bool found = false;
-    bool head = false;
-    bool listed = false;
-    bool same = false;
-    bool single = true;
-    QString last;
-    QString first;
-    {
-        struct Finish {
-            QSqlQuery& query;
-            ~Finish() { query.finish(); }
-        } finish{rs};
-        connection.RunPrepared(rs, {personId});
-        found = rs.next();
-        if (found) {
-            head = rs.value(2).toInt() != 0;
-            listed = !rs.value(5).isNull();
-            last = rs.value(0).toString();
-            first = rs.value(1).toString();
-            // Names are compared as stored, so that a change of letter case reaches the list too.
-            same = listed && rs.value(3).toString() == last && rs.value(4).toString() == first;
-            single = !rs.next();
-        }
-    }
-    const QString deleteRows =
-        QStringLiteral("DELETE FROM FMIndTable WHERE FMIndPatTabID = %1").arg(personId);
-    if (!found) {  // the person is gone
-        connection.Execute(deleteRows);
-        return;
-    }
-    if (!head) {
-        if (listed)
-            connection.Execute(deleteRows);
-        return;
-    }
-    if (same && single)
-        return;
-    // No transaction of its own: the caller may be inside one. A row lost between the two
-    // statements is put back by the next change of the person or by a rebuild of the list.
-    if (listed)
-        connection.Execute(deleteRows);
-    connection.Execute(QStringLiteral("INSERT INTO FMIndTable (FMIndLASNAM, FMIndFirNAM, "
-                                      "FMIndPatTabID) VALUES (%1, %2, %3)")
-                           .arg(db::QuoteText(last), db::QuoteText(first))
-                           .arg(personId));
+    // From here on the database keeps the family-head list in step with PATable, in the same
+    // statement as each change, whoever writes it; a practice made before has the list built
+    // afresh once. A database without persons (a host's tables alone) has nothing to keep.
+    catalog.AddUpgrade({1, QStringLiteral("the family-head list kept by the database"),
+                        [](db::Connection& connection) {
+                            if (!schema::TableExists(connection, QStringLiteral("PATable")) ||
+                                !schema::TableExists(connection, QStringLiteral("FMIndTable")))
+                                return;
+                            for (const QString& statement :
+                                 FamilyHeadUpkeepStatements(connection.engine()))
+                                connection.Execute(statement);
+                            RebuildFamilyHeadIndex(connection);
+                        }});
 }
 
 int RebuildFamilyHeadIndex(db::Connection& connection) {

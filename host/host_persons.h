@@ -30,13 +30,14 @@ inline const QStringList kRestoreArchivedChoices = {
     QStringLiteral("Reminders and Account"), QStringLiteral("Account Only"),
     QStringLiteral("Reminders Only"), QStringLiteral("Neither")};
 
-// The history of patient statuses, one row per status given.
+// The history of patient statuses, one row per status given; and the upgrade that has the
+// database keep the family-head list.
 void DeclarePersonHostTables(schema::Catalog& catalog);
 
-// Brings the one row of the family-head list for a person in step with the person's row: a
-// family head in the patient file has a row with the current names, anyone else none. Writes
-// only when something differs.
-void RefreshFamilyHeadIndex(db::Connection& connection, int personId);
+// The triggers, in the engine's own dialect, that keep FMIndTable in step with PATable: a
+// family head in the patient file has one row with the current names, anyone else none. They
+// write only when a person joins or leaves the heads or a head's name changes.
+QStringList FamilyHeadUpkeepStatements(db::Engine engine);
 
 // The operations of the host object on persons, over the contract's other operations (settings,
 // notes) and the session's connection. HostGIC forwards to these.

@@ -293,8 +293,14 @@ db::ConnectionOptions KeptPersonPractice(db::Engine engine, int persons) {
             return false;
         }
     };
-    if (complete())
+    schema::Catalog catalog;
+    host::DeclareHostTables(catalog);
+    people::DeclarePeopleTables(catalog);
+    if (complete()) {
+        // A practice kept from an earlier build takes this build's upgrades.
+        schema::Apply(*db::Connection::Open(options), catalog);
         return options;
+    }
 
     QElapsedTimer timer;
     timer.start();
@@ -309,9 +315,6 @@ db::ConnectionOptions KeptPersonPractice(db::Engine engine, int persons) {
         c->Execute(QStringLiteral("CREATE SCHEMA %1").arg(options.pgSchema));
     }
     auto connection = db::Connection::Open(options);
-    schema::Catalog catalog;
-    host::DeclareHostTables(catalog);
-    people::DeclarePeopleTables(catalog);
     schema::Apply(*connection, catalog);
     GeneratePersons(*connection, persons);
     schema::SyncIdentities(*connection, catalog);

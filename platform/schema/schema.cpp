@@ -54,20 +54,6 @@ QString ColumnDdl(const Column& column, db::Engine engine) {
     return ddl;
 }
 
-bool TableExists(db::Connection& connection, const QString& table) {
-    if (connection.engine() == db::Engine::Postgres) {
-        return db::ReadScalar(
-                   connection,
-                   QStringLiteral("SELECT to_regclass('%1') IS NOT NULL").arg(table.toLower()))
-            .toBool();
-    }
-    return db::ReadScalar(connection,
-                          QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type='table' "
-                                         "AND name='%1' COLLATE NOCASE")
-                              .arg(table))
-               .toInt() > 0;
-}
-
 QStringList ExistingColumns(db::Connection& connection, const QString& table) {
     const QSqlRecord record = connection.database().record(
         connection.engine() == db::Engine::Postgres ? table.toLower() : table);
@@ -263,6 +249,20 @@ QStringList CreateTableStatements(const Table& table, db::Engine engine) {
 QString AddColumnStatement(const Table& table, const Column& column, db::Engine engine) {
     return QStringLiteral("ALTER TABLE %1 ADD COLUMN %2")
         .arg(table.name, ColumnDdl(column, engine));
+}
+
+bool TableExists(db::Connection& connection, const QString& table) {
+    if (connection.engine() == db::Engine::Postgres) {
+        return db::ReadScalar(
+                   connection,
+                   QStringLiteral("SELECT to_regclass('%1') IS NOT NULL").arg(table.toLower()))
+            .toBool();
+    }
+    return db::ReadScalar(connection,
+                          QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type='table' "
+                                         "AND name='%1' COLLATE NOCASE")
+                              .arg(table))
+               .toInt() > 0;
 }
 
 int StoredVersion(db::Connection& connection) {

@@ -89,6 +89,9 @@ QString AddColumnStatement(const Table& table, const Column& column, db::Engine 
 void Apply(db::Connection& connection, const Catalog& catalog,
            const std::function<void(db::Connection&)>& ensure = {});
 
+// Whether the database has the table (any letter case).
+bool TableExists(db::Connection& connection, const QString& table);
+
 // The version recorded in the database; 0 for a database that has none.
 int StoredVersion(db::Connection& connection);
 

@@ -26,18 +26,50 @@ TEST_P(HostPersonsTest, FamilyHeadIsSelfOrUnplacedAndInThePatientFile) {
     EXPECT_FALSE(Host().IsFamilyHead(provider));
     EXPECT_FALSE(Host().IsFamilyHead(0));
 
-    // The list of heads is built from the same rule, and kept by each change of a person.
+    // The list of heads is built from the same rule, and the database keeps it in the same
+    // statement as every change of a person, whoever writes it.
     EXPECT_EQ(host::RebuildFamilyHeadIndex(Db()), 2);
+    const auto listed = [&](int person) {
+        return db::ReadScalar(Db(), QStringLiteral("SELECT FMIndLASNAM FROM FMIndTable WHERE "
+                                                   "FMIndPatTabID=%1")
+                                        .arg(person))
+            .toString();
+    };
     RawExec(QStringLiteral("UPDATE PATable SET pLASNAM='Peña-Ruiz' WHERE pID=%1").arg(head));
     RawExec(QStringLiteral("UPDATE PATable SET pTypPat='0' WHERE pID=%1").arg(self));
+    EXPECT_EQ(HeadCount(), 1);
+    EXPECT_EQ(listed(head), "Peña-Ruiz");
+    RawExec(QStringLiteral("UPDATE PATable SET pLASNAM='PEÑA-RUIZ' WHERE pID=%1").arg(head));
+    EXPECT_EQ(listed(head), "PEÑA-RUIZ");  // letter case reaches the list too
+
+    // Taken out of a family, a patient heads one of their own; a new head is listed at once and
+    // a deleted one leaves.
+    RawExec(QStringLiteral("UPDATE PATable SET pFAMHEAIND=0 WHERE pID=%1").arg(member));
+    const int added = AddPerson({"pLASNAM", "pFIRNAM", "pTypPat"}, {"'Nguyễn'", "'Thảo'", "'1'"});
+    EXPECT_EQ(HeadCount(), 3);
+    EXPECT_EQ(listed(added), "Nguyễn");
+    RawExec(QStringLiteral("DELETE FROM PATable WHERE pID=%1").arg(added));
+    RawExec(QStringLiteral("UPDATE PATable SET pFAMHEAIND=%1 WHERE pID=%2").arg(head).arg(member));
+    EXPECT_EQ(HeadCount(), 1);
+
+    // Changes that leave a head's names and place alone do not touch the list: a row marked by
+    // hand stays as it is.
+    RawExec(QStringLiteral("UPDATE FMIndTable SET FMIndFirNAM='marked'"));
+    RawExec(QStringLiteral("UPDATE PATable SET pTypRef='1', pLASNAM=pLASNAM, pTypPat='1' WHERE "
+                           "pID=%1")
+                .arg(head));
+    EXPECT_EQ(db::ReadScalar(Db(), QStringLiteral("SELECT FMIndFirNAM FROM FMIndTable")).toString(),
+              "marked");
+
+    // What the host shows anew afterwards: each person named, once, in order.
     Host().NotifyPersonChanged(head);
     Host().NotifyPersonChanged(self);
+    Host().NotifyPersonChanged(head);
     Host().NotifyPersonChanged(provider);
-    EXPECT_EQ(HeadCount(), 1);
-    EXPECT_EQ(db::ReadScalar(Db(), QStringLiteral("SELECT FMIndLASNAM FROM FMIndTable")).toString(),
-              "Peña-Ruiz");
     EXPECT_EQ(Host().TakeChangedPersons(), QList<int>({head, self, provider}));
     EXPECT_TRUE(Host().TakeChangedPersons().isEmpty());
+    Host().NotifyPersonChanged(head);
+    EXPECT_EQ(Host().TakeChangedPersons(), QList<int>({head}));
 }
 
 TEST_P(HostPersonsTest, DefaultProviderMustStillBeAProviderAndSchedulesCountFromOne) {
