@@ -1,6 +1,7 @@
 #include "bench/gen/bench_support.h"
 
 #include <QApplication>
+#include <chrono>
 #include <cstdio>
 
 namespace orvo::bench {
@@ -59,6 +60,39 @@ void QuietPlatformNotes(QtMsgType type, const QMessageLogContext& context, const
 }
 
 }  // namespace
+
+void RunPaired(benchmark::State& state, benchmark::TimeUnit unit,
+               const std::function<void(size_t)>& round, const std::function<void(size_t)>& floor) {
+    using Clock = std::chrono::steady_clock;
+    std::chrono::duration<double> measured{0};
+    std::chrono::duration<double> floored{0};
+    const auto timed = [](const std::function<void(size_t)>& work, size_t n) {
+        const auto start = Clock::now();
+        work(n);
+        return std::chrono::duration<double>(Clock::now() - start);
+    };
+    size_t i = 0;
+    for (auto _ : state) {
+        // Which goes first alternates, so that neither always finds the other's pages warm.
+        std::chrono::duration<double> m{0};
+        if (i % 2 == 0) {
+            m = timed(round, i);
+            floored += timed(floor, i);
+        } else {
+            floored += timed(floor, i);
+            m = timed(round, i);
+        }
+        measured += m;
+        state.SetIterationTime(m.count());
+        ++i;
+    }
+    if (i == 0 || floored.count() <= 0)
+        return;
+    state.counters["ratio"] = measured.count() / floored.count();
+    const double perRound = floored.count() / static_cast<double>(i);
+    state.counters[unit == benchmark::kMillisecond ? "floor_ms" : "floor_us"] =
+        perRound * (unit == benchmark::kMillisecond ? 1e3 : 1e6);
+}
 
 int RunBenchmarks(int argc, char** argv, const std::function<void()>& beforeExit) {
     qInstallMessageHandler(QuietPlatformNotes);

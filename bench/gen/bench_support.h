@@ -58,6 +58,15 @@ private:
     std::unique_ptr<Fixture> fixtures_[2];
 };
 
+// A measure and its floor run in turns, one round of each per iteration, so that whatever slows
+// the machine for a while (a checkpoint's sync, another process, the server's upkeep) falls on
+// both alike and their ratio holds from run to run. round(i) and floor(i) do the i-th round of
+// each. The benchmark's time is the measure's (register it with UseManualTime); the counters
+// give the floor's mean time per round ("floor_ms" or "floor_us", as unit says) and the ratio
+// of the two totals ("ratio").
+void RunPaired(benchmark::State& state, benchmark::TimeUnit unit,
+               const std::function<void(size_t)>& round, const std::function<void(size_t)>& floor);
+
 // Runs the registered benchmarks under an application object (offscreen unless told
 // otherwise). beforeExit runs while the application still lives: fixtures that hold
 // connections or widgets are dropped there.
