@@ -72,6 +72,39 @@ TEST_P(HostPersonsTest, FamilyHeadIsSelfOrUnplacedAndInThePatientFile) {
     EXPECT_EQ(Host().TakeChangedPersons(), QList<int>({head}));
 }
 
+TEST_P(HostPersonsTest, AnOlderPracticeHasItsListBuiltOnceAndKeptForEveryStation) {
+    // A practice from before the database kept the list: no triggers, no version, a list out
+    // of date.
+    const int head = AddPerson({"pLASNAM", "pFIRNAM", "pTypPat"}, {"'Ødegård'", "'Åse'", "'1'"});
+    const bool pg = GetParam() == db::Engine::Postgres;
+    for (const char* trigger : {"Insert", "Delete", "Update"}) {
+        RawExec(pg ? QStringLiteral("DROP TRIGGER orvo_family_heads_%1 ON PATable")
+                         .arg(QString::fromLatin1(trigger).toLower())
+                   : QStringLiteral("DROP TRIGGER FamilyHeadsOn%1").arg(QLatin1String(trigger)));
+    }
+    RawExec(QStringLiteral("DELETE FROM FMIndTable"));
+    RawExec(QStringLiteral("DELETE FROM OrvoSchemaVersion"));
+    const int unlisted = AddPerson({"pLASNAM", "pTypPat"}, {"'Ito'", "'1'"});
+    EXPECT_EQ(HeadCount(), 0);
+
+    // The next start brings it up to date: the list whole, then kept from there on.
+    schema::Catalog catalog;
+    host::DeclareHostTables(catalog);
+    DeclarePeopleTables(catalog);
+    schema::Apply(Db(), catalog);
+    EXPECT_EQ(HeadCount(), 2);
+    schema::Apply(Db(), catalog);  // once only
+    EXPECT_EQ(HeadCount(), 2);
+
+    // Another station's writes, on a connection of its own, keep it too.
+    const std::shared_ptr<db::Connection> other = database_->Connect();
+    other->Execute(QStringLiteral("UPDATE PATable SET pFIRNAM='Åsa' WHERE pID=%1").arg(head));
+    other->Execute(QStringLiteral("DELETE FROM PATable WHERE pID=%1").arg(unlisted));
+    EXPECT_EQ(db::ReadScalar(Db(), QStringLiteral("SELECT FMIndFirNAM FROM FMIndTable")).toString(),
+              "Åsa");
+    EXPECT_EQ(HeadCount(), 1);
+}
+
 TEST_P(HostPersonsTest, DefaultProviderMustStillBeAProviderAndSchedulesCountFromOne) {
     const int provider = AddPerson({"pLASNAM", "pTypDoc"}, {"'Adeyemi'", "'1'"});
     EXPECT_EQ(Host().GetDefaultProviderID(), 0);
