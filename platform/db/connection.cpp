@@ -20,15 +20,6 @@ namespace {
 
 QAtomicInteger<quint64> connectionCounter;
 
-QString DriverMessage(const QSqlError& error) {
-    QString text = error.databaseText().trimmed();
-    if (text.isEmpty())
-        text = error.driverText().trimmed();
-    if (text.isEmpty())
-        text = error.text().trimmed();
-    return text;
-}
-
 // libpq's key=value conninfo, split into the parts QPSQL takes one by one; values may be
 // single-quoted. Keys QPSQL has no setter for go through as connect options.
 void ApplyConnInfo(QSqlDatabase& db, const QString& conninfo) {
@@ -226,6 +217,10 @@ void Connection::Send(QSqlQuery& query, const QString& statement) {
     RequireOneStatement(statement);
     if (hook_)
         hook_(statement);
+    Exec(query, statement);
+}
+
+void Connection::Exec(QSqlQuery& query, const QString& statement) {
     if (!query.exec(statement)) {
         const DatabaseError error(DriverMessage(query.lastError()), statement);
         qCWarning(lcDb).noquote() << error.describe();

@@ -14,6 +14,7 @@
 #include "platform/db/database_error.h"
 #include "platform/db/engine.h"
 #include "platform/db/procedure.h"
+#include "platform/db/read_rows.h"
 #include "platform/db/translation_cache.h"
 
 namespace orvo::db {
@@ -97,6 +98,15 @@ public:
     // Runs one statement already translated.
     RanStatement RunTranslated(QString statement);
 
+    // Runs one SELECT and hands each of its rows to `row`, for a caller that keeps a whole
+    // result in a store of its own (a list window). The rows come straight from the engine's
+    // own interface: whole numbers as numbers, texts in UTF-8 as sent, with no QVariant or
+    // QString per value. On the server, a result with columns of other kinds (dates, money)
+    // goes through the driver as Run does; a read still open on the connection is ended
+    // first, as the driver ends it before its next statement. Answers the names of the
+    // columns. Throws DatabaseError as Run does; the statement hook sees the statement.
+    QStringList ReadRows(const QString& sql, const RowReader& row);
+
     // Sends one statement, already translated, to the driver on this connection. Every
     // statement reaches the engine through here (a procedure call is checked the same way): a
     // text that the engine would read as several statements is refused before it is sent.
@@ -154,6 +164,12 @@ private:
                  const TranslationCache::Translated& shape);
     QList<QStringList> OwnStatements(const QString& sql) const;
     void RequireOneStatement(const QString& statement) const;
+    // The engines' halves of ReadRows (read_rows.cpp); false when the engine's own interface
+    // is not to be used for this statement, with nothing run.
+    bool ReadSqliteRows(const QString& statement, const RowReader& row, QStringList& names);
+    bool ReadServerRows(const QString& statement, const RowReader& row, QStringList& names);
+    // Runs a statement on a query of the driver; throws DatabaseError when it fails.
+    void Exec(QSqlQuery& query, const QString& statement);
 
     ConnectionOptions options_;
     QString name_;

@@ -1,8 +1,18 @@
 #include "platform/db/database_error.h"
 
 #include <QRegularExpression>
+#include <QSqlError>
 
 namespace orvo::db {
+
+QString DriverMessage(const QSqlError& error) {
+    QString text = error.databaseText().trimmed();
+    if (text.isEmpty())
+        text = error.driverText().trimmed();
+    if (text.isEmpty())
+        text = error.text().trimmed();
+    return text;
+}
 
 QString HidePasswords(const QString& text) {
     static const QRegularExpression keyValue(

@@ -271,6 +271,74 @@ TEST_P(DatabaseTest, ErrorsCarryTheStatementAndLeaveTheConnectionUsable) {
     EXPECT_EQ(db::ReadScalar(db(), "SELECT count(*) FROM InsCoTable").toInt(), 1);
 }
 
+// Whole results read straight from the engine hold what the driver reads, column names
+// included; the statement hook sees the statement once; a failure, on the statement or in the
+// taker of the rows, leaves the connection usable, as does a read left open before.
+TEST_P(DatabaseTest, ReadRowsGivesWhatTheDriverGivesAndLeavesTheConnectionUsable) {
+    db().Execute(
+        "INSERT INTO InsCoTable (InsCoNam, InsCoCit, InsCoDat) VALUES ('Müller', "
+        "'Łódź 😀', '2024-02-29')");
+    db().Execute("INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('', NULL)");
+    db().Execute("INSERT INTO InsCoTable (InsCoNam, InsCoCit) VALUES ('Plain', 'Columbus')");
+    const auto textOf = [](const db::Cell& cell) {
+        switch (cell.kind) {
+            case db::Cell::Kind::Null:
+                return QString();
+            case db::Cell::Kind::Integer:
+                return QString::number(cell.integer);
+            case db::Cell::Kind::Utf8:
+                return QString::fromUtf8(cell.utf8, cell.bytes);
+            case db::Cell::Kind::Text:
+                return *cell.text;
+            default:
+                return cell.other->toString();
+        }
+    };
+    for (const QString sql : {"SELECT InsCoInd AS [Key], InsCoNam, InsCoCit FROM InsCoTable "
+                              "ORDER BY InsCoInd",
+                              "SELECT InsCoInd, InsCoDat, InsCoNam FROM InsCoTable ORDER BY "
+                              "InsCoInd"}) {
+        QStringList sent;
+        db().SetStatementHook([&](const QString& statement) { sent << statement; });
+        QList<QStringList> rows;
+        const QStringList names = db().ReadRows(sql, [&](const db::Cell* cells, int count) {
+            QStringList row;
+            for (int c = 0; c < count; ++c)
+                row << textOf(cells[c]);
+            rows << row;
+        });
+        db().SetStatementHook({});
+        EXPECT_EQ(sent.size(), 1);
+        db::Recordset expected(db(), sql);
+        ASSERT_EQ(names.size(), expected.FieldCount());
+        for (int c = 0; c < expected.FieldCount(); ++c)
+            EXPECT_EQ(names[c].toLower(), expected.FieldName(c).toLower());
+        ASSERT_EQ(rows.size(), 3);
+        for (int r = 0; !expected.Eof(); expected.MoveNext(), ++r) {
+            for (int c = 0; c < expected.FieldCount(); ++c)
+                EXPECT_EQ(rows[r][c], expected.Text(c)) << r << c;
+        }
+    }
+    const QString all = QStringLiteral("SELECT InsCoNam FROM InsCoTable ORDER BY InsCoInd");
+    const auto count = [&] {
+        int rows = 0;
+        db().ReadRows(all, [&](const db::Cell*, int) { ++rows; });
+        return rows;
+    };
+    // The taker of the rows gives up on the first.
+    EXPECT_THROW(db().ReadRows(all, [](const db::Cell*, int) { throw std::runtime_error("no"); }),
+                 std::runtime_error);
+    EXPECT_EQ(count(), 3);
+    EXPECT_THROW(db().ReadRows("SELECT nothing FROM InsCoTable", [](const db::Cell*, int) {}),
+                 db::DatabaseError);
+    EXPECT_EQ(count(), 3);
+    // A read of the driver's left part way, then a whole read, then a statement.
+    db::Recordset open(db(), all);
+    EXPECT_EQ(count(), 3);
+    db().Execute("INSERT INTO InsCoTable (InsCoNam) VALUES ('after')");
+    EXPECT_EQ(count(), 4);
+}
+
 // Statements kept prepared: one per text, values bound (quotes and accents need no quoting), a
 // failed run leaves the connection usable and the statement prepared anew.
 TEST_P(DatabaseTest, PreparedStatementsAreKeptAndBoundAndSurviveAFailure) {
