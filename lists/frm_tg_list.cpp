@@ -253,10 +253,8 @@ void frmTGList::SetSQL(const QString& sql) {
 // read is reported through the boundary and leaves the grid empty.
 void frmTGList::LoadRows() {
     const GridSource source = BuildGridSource(sql_, sortBy_);
-    const bool read = RunUserAction(windowTitle(), [&] {
-        db::Recordset rs(gic_.GetConnection(), gic_.TranslateSql(sql_));
-        model_->Load(rs, source.captions);
-    });
+    const bool read = RunUserAction(
+        windowTitle(), [&] { model_->Load(gic_.GetConnection(), sql_, source.captions); });
     if (!read)
         model_->LoadRows(source.captions, {});
     filterRow_->Rebuild(model_->Captions());

@@ -1,6 +1,7 @@
 #include "lists/list_table_model.h"
 
 #include <QHash>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
@@ -11,7 +12,7 @@
 #include <numeric>
 #include <string_view>
 
-#include "platform/db/recordset.h"
+#include "platform/db/connection.h"
 
 namespace orvo::lists {
 namespace {
@@ -224,6 +225,50 @@ void TextPool::AppendLatin1(const char* text, qsizetype length) {
         std::memcpy(latin1_.Extend(length), text, length);
 }
 
+// Most cells are ASCII: eight bytes at a time are checked and copied as they are. A character of
+// Latin-1 beyond ASCII is two bytes to decode; anything else widens the pool.
+void TextPool::AppendUtf8(const char* text, qsizetype length) {
+    if (!wide_) {
+        char* out = latin1_.Extend(length);
+        qsizetype i = 0;
+        qsizetype n = 0;
+        while (i < length) {
+            if (length - i >= 8) {
+                uint64_t word;
+                std::memcpy(&word, text + i, 8);
+                if ((word & 0x8080808080808080u) == 0) {
+                    std::memcpy(out + n, &word, 8);
+                    i += 8;
+                    n += 8;
+                    continue;
+                }
+            }
+            const auto byte = static_cast<unsigned char>(text[i]);
+            if (byte < 0x80) {
+                out[n++] = static_cast<char>(byte);
+                ++i;
+            } else if ((byte == 0xc2 || byte == 0xc3) && i + 1 < length &&
+                       (static_cast<unsigned char>(text[i + 1]) & 0xc0) == 0x80) {
+                out[n++] = static_cast<char>(((byte & 0x1f) << 6) | (text[i + 1] & 0x3f));
+                i += 2;
+            } else {
+                break;
+            }
+        }
+        if (i == length) {
+            latin1_.Truncate(latin1_.size() - length + n);
+            return;
+        }
+        latin1_.Truncate(latin1_.size() - length);
+        Widen();
+    }
+    // UTF-8 never takes fewer bytes than UTF-16 takes characters.
+    auto* out = reinterpret_cast<QChar*>(utf16_.Extend(length));
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const qsizetype n = decoder.appendToBuffer(out, QByteArrayView(text, length)) - out;
+    utf16_.Truncate(utf16_.size() - length + n);
+}
+
 void TextPool::Replace(uint32_t begin, uint32_t end, const QChar* text, qsizetype length) {
     // The tail moves out and comes back after the new text, which may widen the pool.
     const QString tail = Text(end, static_cast<uint32_t>(size()));
@@ -280,13 +325,18 @@ void ListTableModel::StartColumns(const QStringList& captions) {
     foldedFilters_ = filters_;
 }
 
-// A cell is read from its value without copying it: a text is appended straight from the
-// value's own string, a whole number is written as digits, and only other kinds (real numbers,
-// dates, numbers of other widths) go through a converted string.
 void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
-    const size_t col = &column - columns_.data();
-    if (value.isNull()) {
-        const size_t bit = static_cast<size_t>(records_) * columns_.size() + col;
+    AppendCell(column, db::Cell::Of(value));
+}
+
+// A cell is taken as the engine gave it: a text is appended straight from its bytes or its
+// string, a whole number is written as digits, and only other kinds (real numbers, dates,
+// numbers of other widths) go through a converted string.
+void ListTableModel::AppendCell(ListColumn& column, const db::Cell& cell) {
+    using Kind = db::Cell::Kind;
+    if (cell.kind == Kind::Null) {
+        const size_t bit = static_cast<size_t>(records_) * columns_.size() +
+                           static_cast<size_t>(&column - columns_.data());
         if (nulls_.size() <= bit / 8)
             nulls_.resize(std::max(nulls_.size() * 2, bit / 8 + 1), 0);
         nulls_[bit / 8] |= static_cast<uint8_t>(1u << (bit % 8));
@@ -296,35 +346,38 @@ void ListTableModel::AppendValue(ListColumn& column, const QVariant& value) {
         return;
     }
     const uint32_t begin = column.offsets.back();
-    const int type = value.metaType().id();
-    if (type == QMetaType::QString) {
+    const auto notNumeric = [&column] {
         if (column.numeric) {
             column.numeric = false;
             std::vector<double>().swap(column.numbers);
         }
-        const QString& text = *static_cast<const QString*>(value.constData());
-        column.text.Append(text.constData(), text.size());
-    } else if (type == QMetaType::LongLong || type == QMetaType::Int) {
-        // The engines' whole numbers: read in place and written as digits.
-        const qint64 number = type == QMetaType::Int
-                                  ? *static_cast<const int*>(value.constData())
-                                  : *static_cast<const qint64*>(value.constData());
-        char digits[24];
-        const auto [end, error] = std::to_chars(digits, digits + sizeof digits, number);
-        column.text.AppendLatin1(digits, end - digits);
-        if (column.numeric)
-            column.numbers.push_back(static_cast<double>(number));
-    } else {
-        if (column.numeric) {
-            if (IsNumber(value)) {
-                column.numbers.push_back(value.toDouble());
-            } else {
-                column.numeric = false;
-                std::vector<double>().swap(column.numbers);
-            }
+    };
+    switch (cell.kind) {
+        case Kind::Utf8:
+            notNumeric();
+            column.text.AppendUtf8(cell.utf8, cell.bytes);
+            break;
+        case Kind::Text:
+            notNumeric();
+            column.text.Append(cell.text->constData(), cell.text->size());
+            break;
+        case Kind::Integer: {
+            char digits[24];
+            const auto [end, error] = std::to_chars(digits, digits + sizeof digits, cell.integer);
+            column.text.AppendLatin1(digits, end - digits);
+            if (column.numeric)
+                column.numbers.push_back(static_cast<double>(cell.integer));
+            break;
         }
-        const QString text = value.toString();
-        column.text.Append(text.constData(), text.size());
+        default: {
+            if (!IsNumber(*cell.other))
+                notNumeric();
+            else if (column.numeric)
+                column.numbers.push_back(cell.other->toDouble());
+            const QString text = cell.other->toString();
+            column.text.Append(text.constData(), text.size());
+            break;
+        }
     }
     column.offsets.push_back(static_cast<uint32_t>(column.text.size()));
     if (column.foldReady) {
@@ -372,16 +425,25 @@ void ListTableModel::FinishColumns() {
     shown_ = order_;
 }
 
-void ListTableModel::Load(db::Recordset& rs, const QStringList& captions) {
+void ListTableModel::Load(db::Connection& connection, const QString& sql,
+                          const QStringList& captions) {
     beginResetModel();
     StartColumns(captions);
-    const int fields = std::min<int>(rs.FieldCount(), static_cast<int>(columns_.size()));
-    for (; !rs.Eof(); rs.MoveNext()) {
-        for (int c = 0; c < fields; ++c)
-            AppendValue(columns_[c], rs.Value(c));
-        for (size_t c = fields; c < columns_.size(); ++c)
-            AppendValue(columns_[c], QVariant());
-        ++records_;
+    try {
+        connection.ReadRows(sql, [this](const db::Cell* cells, int count) {
+            const size_t fields = std::min<size_t>(count, columns_.size());
+            for (size_t c = 0; c < fields; ++c)
+                AppendCell(columns_[c], cells[c]);
+            for (size_t c = fields; c < columns_.size(); ++c)
+                AppendCell(columns_[c], db::Cell());
+            ++records_;
+        });
+    } catch (...) {
+        // A read that fails part way leaves the list empty, not half read.
+        StartColumns(captions);
+        FinishColumns();
+        endResetModel();
+        throw;
     }
     FinishColumns();
     endResetModel();

@@ -12,8 +12,9 @@
 #include <vector>
 
 namespace orvo::db {
-class Recordset;
-}
+class Connection;
+struct Cell;
+}  // namespace orvo::db
 
 namespace orvo::lists {
 
@@ -69,6 +70,8 @@ class TextPool {
 public:
     void Append(const QChar* text, qsizetype length);
     void AppendLatin1(const char* text, qsizetype length);
+    // Appends a text given in UTF-8.
+    void AppendUtf8(const char* text, qsizetype length);
     // Characters of rows [0, n): offsets are taken by the caller.
     qsizetype size() const {
         return wide_ ? static_cast<qsizetype>(utf16_.size())
@@ -125,9 +128,9 @@ class ListTableModel : public QAbstractTableModel {
 public:
     explicit ListTableModel(QObject* parent = nullptr);
 
-    // Replaces everything with the rows of rs, from where it stands to its end, under the
-    // given captions (one per field of the recordset).
-    void Load(db::Recordset& rs, const QStringList& captions);
+    // Replaces everything with the rows of a statement, read whole from the engine, under the
+    // given captions (one per column of the statement).
+    void Load(db::Connection& connection, const QString& sql, const QStringList& captions);
     // Replaces everything with rows given as texts; for a list made without a recordset.
     void LoadRows(const QStringList& captions, const QList<QStringList>& rows);
     void Clear();
@@ -183,6 +186,7 @@ public:
 private:
     void StartColumns(const QStringList& captions);
     void AppendValue(ListColumn& column, const QVariant& value);
+    void AppendCell(ListColumn& column, const db::Cell& cell);
     // Makes the folded texts of a column that has none yet.
     void Fold(ListColumn& column);
     void FinishColumns();

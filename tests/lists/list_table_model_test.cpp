@@ -400,5 +400,43 @@ TEST(ListTableModelTest, KeepsLatinTextMoreCompactlyThanTheStringsItCameFrom) {
     EXPECT_LT(model.MemoryBytes(), raw * 2);
 }
 
+// Texts arriving in UTF-8 (as the engines send them) read as Qt decodes them: ASCII in runs
+// longer and shorter than a word, Latin-1, characters beyond it that widen the pool part way,
+// four-byte characters, and malformed bytes.
+TEST(ListTableModelTest, TextsInUtf8ReadAsQtDecodesThem) {
+    const QList<QByteArray> texts{"",
+                                  "Smith",
+                                  "Columbus Dental Benefit Trust 4021",
+                                  "Pe\xc3\xb1a, Jos\xc3\xa9 \xc3\x86r\xc3\xb8 \xc2\xb5",
+                                  "\xc3",                      // cut short
+                                  "ab\xc3(cdefghijkl",         // a lead byte without its follower
+                                  "\xc0\xaf overlong",         // an overlong form
+                                  "\xff\xfe",                  // never in UTF-8
+                                  "abcdefgh\xc3\xa9abcdefgh",  // Latin-1 between two words of ASCII
+                                  "\xc5\x81ukasik",  // beyond Latin-1: the pool widens here
+                                  "Zo\xc3\xab \xf0\x9f\x98\x80",  // four bytes: two UTF-16 units
+                                  "plain again",
+                                  "\xc3"};
+    for (const bool wideFirst : {false, true}) {
+        TextPool pool;
+        std::vector<uint32_t> offsets{0};
+        if (wideFirst) {
+            pool.AppendUtf8("\xce\xa3", 2);
+            offsets.push_back(static_cast<uint32_t>(pool.size()));
+        }
+        for (const QByteArray& text : texts) {
+            pool.AppendUtf8(text.constData(), text.size());
+            offsets.push_back(static_cast<uint32_t>(pool.size()));
+        }
+        const size_t first = wideFirst ? 1 : 0;
+        for (qsizetype i = 0; i < texts.size(); ++i) {
+            EXPECT_EQ(pool.Text(offsets[first + i], offsets[first + i + 1]),
+                      QString::fromUtf8(texts[i]))
+                << i << " wide first: " << wideFirst;
+        }
+        EXPECT_TRUE(pool.wide());
+    }
+}
+
 }  // namespace
 }  // namespace orvo::lists

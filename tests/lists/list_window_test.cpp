@@ -84,37 +84,63 @@ protected:
 };
 
 // The list reads each kind of value the engines give (whole numbers of both widths, reals,
-// texts within and beyond Latin-1, empty texts, nulls) into the same text Qt gives for it, and
-// sorts whole numbers as numbers.
+// texts within and beyond Latin-1 and beyond 16 bits, empty texts, nulls, dates) into the same
+// text Qt gives for it, and sorts whole numbers as numbers. A column turns wide part way down.
 TEST_P(ListWindowTest, LoadShowsEveryKindOfValueAsTheEngineGivesIt) {
     Sql("CREATE TABLE LoadProbe (k INTEGER, n INTEGER, b BIGINT, r DOUBLE PRECISION, "
-        "t VARCHAR(40))");
-    Sql("INSERT INTO LoadProbe VALUES (1, 10, 9007199254740993, 2.5, 'Peña')");
-    Sql("INSERT INTO LoadProbe VALUES (2, -42, -1, -0.125, 'Łukasik')");
-    Sql("INSERT INTO LoadProbe VALUES (3, NULL, NULL, NULL, NULL)");
-    Sql("INSERT INTO LoadProbe VALUES (4, 7, 0, 1e20, '')");
-    Sql("INSERT INTO LoadProbe VALUES (5, 0, 123456789012, 3, 'smith')");
-    const QString select = QStringLiteral("SELECT k, n, b, r, t FROM LoadProbe ORDER BY k");
-    ListTableModel model;
-    db::Recordset rs(connection(), select);
-    model.Load(rs, {"K", "N", "B", "R", "T"});
-    ASSERT_EQ(model.TotalRows(), 5);
-    db::Recordset expected(connection(), select);
-    for (int r = 0; !expected.Eof(); expected.MoveNext(), ++r) {
-        for (int c = 0; c < 5; ++c) {
-            const QVariant value = expected.Value(c);
-            EXPECT_EQ(model.RecordText(r, c), value.isNull() ? QString() : value.toString())
-                << r << c;
-            EXPECT_EQ(model.RecordIsNull(r, c), value.isNull()) << r << c;
+        "t VARCHAR(40), d DATE)");
+    Sql("INSERT INTO LoadProbe VALUES (1, 10, 9007199254740993, 2.5, 'Peña', '2024-02-29')");
+    Sql("INSERT INTO LoadProbe VALUES (2, -42, -1, -0.125, 'Łukasik', NULL)");
+    Sql("INSERT INTO LoadProbe VALUES (3, NULL, NULL, NULL, NULL, NULL)");
+    Sql("INSERT INTO LoadProbe VALUES (4, 7, 0, 1e20, '', '1999-12-31')");
+    Sql("INSERT INTO LoadProbe VALUES (5, 0, 123456789012, 3, 'Zoë 😀 Ærø', '2030-01-01')");
+    const QString select = QStringLiteral("SELECT k, n, b, r, t, d FROM LoadProbe ORDER BY k");
+    const QString texts = QStringLiteral("SELECT k, n, b, t FROM LoadProbe ORDER BY k");
+    for (const QString& sql : {select, texts}) {
+        ListTableModel model;
+        model.Load(connection(), sql, {"K", "N", "B", "R", "T", "D"});
+        ASSERT_EQ(model.TotalRows(), 5);
+        db::Recordset expected(connection(), sql);
+        for (int r = 0; !expected.Eof(); expected.MoveNext(), ++r) {
+            for (int c = 0; c < expected.FieldCount(); ++c) {
+                const QVariant value = expected.Value(c);
+                EXPECT_EQ(model.RecordText(r, c), value.isNull() ? QString() : value.toString())
+                    << r << c;
+                EXPECT_EQ(model.RecordIsNull(r, c), value.isNull()) << r << c;
+            }
         }
+        if (sql == texts) {
+            // Captions beyond the statement's columns read as nulls.
+            EXPECT_TRUE(model.RecordIsNull(0, 4));
+            EXPECT_TRUE(model.RecordIsNull(0, 5));
+            continue;
+        }
+        model.SortBy({{1, Qt::AscendingOrder}});
+        QStringList keys;
+        for (int row = 0; row < model.rowCount(); ++row)
+            keys << model.RecordText(model.RecordOfRow(row), 0);
+        EXPECT_EQ(keys, (QStringList{"3", "2", "5", "4", "1"}));
+        EXPECT_EQ(model.data(model.index(0, 1), Qt::TextAlignmentRole).toInt(),
+                  int(Qt::AlignRight | Qt::AlignVCenter));
+        // The accented and wide texts are found by the filter as typed.
+        model.SetFilter(4, QStringLiteral("zoË 😀"));
+        EXPECT_EQ(model.ShownRows(), 1);
+        model.SetFilter(4, QStringLiteral("łu"));
+        EXPECT_EQ(model.ShownRows(), 1);
     }
-    model.SortBy({{1, Qt::AscendingOrder}});
-    QStringList keys;
-    for (int row = 0; row < model.rowCount(); ++row)
-        keys << model.RecordText(model.RecordOfRow(row), 0);
-    EXPECT_EQ(keys, (QStringList{"3", "2", "5", "4", "1"}));
-    EXPECT_EQ(model.data(model.index(0, 1), Qt::TextAlignmentRole).toInt(),
-              int(Qt::AlignRight | Qt::AlignVCenter));
+}
+
+// A read that fails leaves the list empty and usable, and says why.
+TEST_P(ListWindowTest, AFailedLoadLeavesTheListEmpty) {
+    ListTableModel model;
+    model.Load(connection(), QStringLiteral("SELECT InsCoInd, InsCoNam FROM InsCoTable"),
+               {"ID", "Name"});
+    EXPECT_THROW(
+        model.Load(connection(), QStringLiteral("SELECT nothing FROM InsCoTable"), {"ID", "Name"}),
+        db::DatabaseError);
+    EXPECT_EQ(model.TotalRows(), 0);
+    EXPECT_EQ(model.rowCount(), 0);
+    EXPECT_EQ(model.columnCount(), 2);
 }
 
 TEST_P(ListWindowTest, DistinctRowIsRewrittenOnTheServerBeforeTheListIsRead) {
