@@ -8,6 +8,7 @@
 
 #include "component/record_lock.h"
 #include "platform/db/recordset.h"
+#include "platform/leaving.h"
 #include "platform/prompts.h"
 #include "platform/user_action.h"
 
@@ -22,11 +23,6 @@ const QString kSaveAsNewQuestion = QStringLiteral(
 // Passes over the leave steps at a close: a step may change another field (a city line fills
 // the state and zip), whose own steps then run too; steps that tidy settle within two passes.
 constexpr int kLeavePasses = 3;
-
-bool IsLeaving(const QFocusEvent& event) {
-    // A prompt or another window coming up is not leaving the field.
-    return event.reason() != Qt::ActiveWindowFocusReason && event.reason() != Qt::PopupFocusReason;
-}
 
 }  // namespace
 

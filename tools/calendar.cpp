@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QTextCharFormat>
 
+#include "platform/leaving.h"
 #include "platform/prompts.h"
 #include "ui_calendar.h"
 
@@ -211,7 +212,8 @@ bool Calendar::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     // Leaving the entry keeps a year typed there; what is not a year is dropped with a beep.
-    if (watched == ui_->txtYear && event->type() == QEvent::FocusOut && ui_->txtYear->isVisible()) {
+    if (watched == ui_->txtYear && event->type() == QEvent::FocusOut && ui_->txtYear->isVisible() &&
+        IsLeaving(*static_cast<QFocusEvent*>(event))) {
         if (!MoveToYear(selectedDate(), ui_->txtYear->text()))
             prompts().Beep();
         EndYearEntry(MoveToYear(selectedDate(), ui_->txtYear->text()).has_value());

@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
+#include "platform/leaving.h"
 #include "platform/prompts.h"
 #include "tools/tools_tables.h"
 #include "tools/zip_code_panel.h"
@@ -116,13 +117,10 @@ bool CityStateZip::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     const ZipMode mode = watched == cityIdentity_ ? ZipMode::City : ZipMode::Zip;
     switch (event->type()) {
-        case QEvent::FocusOut: {
-            const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-            // A prompt or another window coming up is not leaving the field.
-            if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        case QEvent::FocusOut:
+            if (IsLeaving(*static_cast<QFocusEvent*>(event)))
                 OnLeft(mode);
             return false;
-        }
         case QEvent::ShortcutOverride:
         case QEvent::KeyPress: {
             auto* key = static_cast<QKeyEvent*>(event);

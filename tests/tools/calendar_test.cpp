@@ -164,6 +164,24 @@ TEST_F(CalendarFormTest, YearTypedMovesTheSelection) {
     EXPECT_GE(prompts.beeps(), 1);
 }
 
+// The window losing its turn as the active one, or a pop-up coming up, is not the person
+// leaving the entry: it stays open with what was typed. Leaving it for the month keeps the year.
+TEST_F(CalendarFormTest, YearEntryStaysOpenWhileTheWindowIsNotActive) {
+    Open(QString(), QStringLiteral("05-17-2026"));
+    Click("cmdYear");
+    auto* year = Child<QLineEdit>("txtYear");
+    for (const Qt::FocusReason reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+        QFocusEvent away(QEvent::FocusOut, reason);
+        QCoreApplication::sendEvent(year, &away);
+        EXPECT_TRUE(year->isVisible()) << reason;
+    }
+    year->setText(QStringLiteral("1990"));
+    QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
+    QCoreApplication::sendEvent(year, &left);
+    EXPECT_FALSE(year->isVisible());
+    EXPECT_EQ(form->selectedDate(), QDate(1990, 5, 17));
+}
+
 TEST_F(CalendarFormTest, CancelAndDeleteWords) {
     Open(QStringLiteral("ACTIVATE DEL"), QStringLiteral("03-04-1970"));
     ASSERT_TRUE(Child("cmdDel")->isVisible());
