@@ -85,10 +85,10 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::BuildMenus() {
     QMenu* file = menuBar()->addMenu(tr("&File"));
-    file->addAction(tr("&Refresh"), this, &MainWindow::Refresh, QKeySequence::Refresh);
+    file->addAction(tr("&Refresh"), QKeySequence::Refresh, this, &MainWindow::Refresh);
     file->addAction(tr("Rebuild Family &Head List"), this, &MainWindow::RebuildFamilyHeads);
     file->addSeparator();
-    file->addAction(tr("E&xit"), this, &QWidget::close, QKeySequence::Quit);
+    file->addAction(tr("E&xit"), QKeySequence::Quit, this, &QWidget::close);
     QMenu* insurance = menuBar()->addMenu(tr("&Insurance"));
     insurance->addAction(tr("Open &Carrier..."), this, [this] {
         OpenFromMenu(QStringLiteral("Ins_Company_Start"), false, tr("carrier"));

@@ -165,8 +165,9 @@ TEST_P(CoverageEngineTest, RemovingTheThirdOfFourLeavesThePersonsRecordAlone) {
                                           QStringLiteral("G%1").arg(i));
         Subscribe(zoe, 0, link);
         links << chain().PatEmp(zoe, link);
-        if (i > 0)
+        if (i > 0) {
             ASSERT_TRUE(Cover(zoe, links.last()));
+        }
     }
     const QString recordBefore =
         chain().Snapshot().filter(QStringLiteral("PATable:%1|").arg(zoe)).join("");
@@ -298,8 +299,9 @@ TEST_P(CoverageEngineTest, EighthCoverageHasNoOrderWord) {
         const int link = chain().PlanLink(other, QStringLiteral("Carrier %1").arg(i),
                                           QStringLiteral("G%1").arg(i));
         Subscribe(zoe, 0, link);
-        if (i > 0)
+        if (i > 0) {
             ASSERT_TRUE(Cover(zoe, chain().PatEmp(zoe, link)));
+        }
     }
     const QStringList notes = chain().Notes(zoe);
     ASSERT_EQ(notes.size(), 8);

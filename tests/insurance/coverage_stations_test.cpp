@@ -32,7 +32,7 @@ TEST_P(CoverageStationsTest, TwoStationsChangingOnePersonKeepTheChainWhole) {
     }
     constexpr int kSteps = 300;
     std::vector<std::unique_ptr<QProcess>> stations;
-    for (const QString name : {QStringLiteral("FRONT1"), QStringLiteral("FRONT2")}) {
+    for (const QString& name : {QStringLiteral("FRONT1"), QStringLiteral("FRONT2")}) {
         QStringList args{QStringLiteral("--person"),  QString::number(person),
                          QStringLiteral("--steps"),   QString::number(kSteps),
                          QStringLiteral("--seed"),    QString::number(name.back().digitValue()),
